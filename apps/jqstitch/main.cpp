@@ -1,0 +1,63 @@
+#include <QtGlobal>
+#include <cstdio>
+#include <exception>
+#include <opencv2/core/utils/logger.hpp>
+#include <opencv2/core/version.hpp>
+#include <string>
+
+#include "command.h"
+#include "exit_codes.h"
+
+namespace {
+
+constexpr char kVersionText[] =
+    "jqstitch " JQSTITCH_VERSION " (Qt " QT_VERSION_STR ", OpenCV " CV_VERSION ")";
+
+constexpr char kExamples[] = R"(Examples:
+  jqstitch batch scans/ -o mosaic.png
+  jqstitch live frames/ -o mosaic.png --report report.html
+  jqstitch simulate -o slide/ && jqstitch live slide/ -o mosaic.png --truth slide/truth.csv
+  jqstitch inspect a.png b.png -o pair.png
+
+`jqstitch COMMAND --help` shows the options of a command.
+
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+
+int ReportParseError(const CLI::App& app, const CLI::ParseError& error) {
+  // Help and version were asked for and go to standard output.
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+  std::fprintf(stderr, "jqstitch: %s\nTry 'jqstitch --help'.\n", error.what());
+  return kExitWrongUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // The image library's own log would be a second voice on standard error.
+  cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT);
+
+  CLI::App app("Stitches overlapping camera frames into one picture.", "jqstitch");
+  app.set_version_flag("--version", kVersionText);
+  app.require_subcommand(1);
+  app.footer(kExamples);
+
+  int exitCode = kExitAllPlaced;
+  AddBatchCommand(app, exitCode);
+  AddLiveCommand(app, exitCode);
+#ifdef JQSTITCH_HAS_SIMULATE
+  AddSimulateCommand(app, exitCode);
+#endif
+#ifdef JQSTITCH_HAS_INSPECT
+  AddInspectCommand(app, exitCode);
+#endif
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return ReportParseError(app, error);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "jqstitch: %s\n", error.what());
+    return kExitWrongInput;
+  }
+  return exitCode;
+}
