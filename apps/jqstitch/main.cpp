@@ -1,3 +1,4 @@
+#include <CLI/CLI.hpp>
 #include <QtGlobal>
 #include <cstdio>
 #include <exception>
@@ -5,8 +6,15 @@
 #include <opencv2/core/version.hpp>
 #include <string>
 
-#include "command.h"
+#include "batch/batch_command.h"
 #include "exit_codes.h"
+#include "live/live_command.h"
+#if __has_include("simulate/simulate_command.h")
+#include "simulate/simulate_command.h"
+#endif
+#if __has_include("inspect/inspect_command.h")
+#include "inspect/inspect_command.h"
+#endif
 
 namespace {
 
@@ -27,7 +35,7 @@ int ReportParseError(const CLI::App& app, const CLI::ParseError& error) {
   // Help and version were asked for and go to standard output.
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
   std::fprintf(stderr, "jqstitch: %s\nTry 'jqstitch --help'.\n", error.what());
-  return kExitWrongUsage;
+  return jqstitch::kExitWrongUsage;
 }
 
 }  // namespace
@@ -41,14 +49,14 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.footer(kExamples);
 
-  int exitCode = kExitAllPlaced;
-  AddBatchCommand(app, exitCode);
-  AddLiveCommand(app, exitCode);
-#ifdef JQSTITCH_HAS_SIMULATE
-  AddSimulateCommand(app, exitCode);
+  int exitCode = jqstitch::kExitOk;
+  jqstitch::AddBatchCommand(app, exitCode);
+  jqstitch::AddLiveCommand(app, exitCode);
+#if __has_include("simulate/simulate_command.h")
+  jqstitch::AddSimulateCommand(app, exitCode);
 #endif
-#ifdef JQSTITCH_HAS_INSPECT
-  AddInspectCommand(app, exitCode);
+#if __has_include("inspect/inspect_command.h")
+  jqstitch::AddInspectCommand(app, exitCode);
 #endif
 
   try {
@@ -57,7 +65,7 @@ int main(int argc, char** argv) {
     return ReportParseError(app, error);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "jqstitch: %s\n", error.what());
-    return kExitWrongInput;
+    return jqstitch::kExitWrongInput;
   }
   return exitCode;
 }

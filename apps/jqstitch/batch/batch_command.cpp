@@ -1,7 +1,12 @@
-#include "command.h"
+#include "batch/batch_command.h"
 
-CLI::App* AddBatchCommand(CLI::App& app, int& exitCode) {
-  CLI::App* command = app.add_subcommand("batch");
+#include <CLI/CLI.hpp>
+
+namespace jqstitch {
+
+void AddBatchCommand(CLI::App& program, int& exitCode) {
+  program.add_subcommand("batch");
   (void)exitCode;
-  return command;
 }
+
+}  // namespace jqstitch

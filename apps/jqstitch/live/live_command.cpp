@@ -1,7 +1,12 @@
-#include "command.h"
+#include "live/live_command.h"
 
-CLI::App* AddLiveCommand(CLI::App& app, int& exitCode) {
-  CLI::App* command = app.add_subcommand("live");
+#include <CLI/CLI.hpp>
+
+namespace jqstitch {
+
+void AddLiveCommand(CLI::App& program, int& exitCode) {
+  program.add_subcommand("live");
   (void)exitCode;
-  return command;
 }
+
+}  // namespace jqstitch
