@@ -53,12 +53,12 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
 
  public:
   // --- canvas state, for the host to read and write ------------------------
-  std::int32_t m_canvasRows;      ///< 10000; rows of `m_resultMat`
-  std::int32_t m_canvasCols;      ///< 10000; columns of `m_resultMat`
-  cv::Size m_frameSize;           ///< 5000 x 5000; one frame
-  cv::Point m_framePos;           ///< top-left corner of the newest frame in `m_resultMat`
-  std::int32_t m_frameRows;       ///< 0; rows of one frame, the growth step
-  std::int32_t m_frameCols;       ///< 0; columns of one frame, the growth step
+  std::int32_t m_canvasRows;  ///< 10000; rows of `m_resultMat`
+  std::int32_t m_canvasCols;  ///< 10000; columns of `m_resultMat`
+  cv::Size m_frameSize;       ///< 5000 x 5000; one frame
+  cv::Point m_framePos;       ///< top-left corner of the newest frame in `m_resultMat`
+  std::int32_t m_frameRows;   ///< 0; rows of one frame, the growth step
+  std::int32_t m_frameCols;   ///< 0; columns of one frame, the growth step
  private:
   cv::Point m_lastOffset;  // zeroed, not used
 
@@ -83,10 +83,10 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   QList<QString> m_fileList;  ///< image files of a batch run, in stitching order
 
  private:
-  cv::Mat m_spareMat;              // not used
-  std::int64_t m_reservedWord;     // zeroed, not used
-  cv::Point m_mosaicMin;           // inclusive
-  cv::Point m_mosaicMax;           // exclusive
+  cv::Mat m_spareMat;           // not used
+  std::int64_t m_reservedWord;  // zeroed, not used
+  cv::Point m_mosaicMin;        // inclusive
+  cv::Point m_mosaicMax;        // exclusive
   cv::Mat m_mosaic;
   std::int32_t m_reservedPair[2];  // zeroed, not used
   std::int32_t m_nOverlapMode;     // these four are unset until a run starts

@@ -68,22 +68,22 @@ struct stitchflags {
 class JQ_STITCHING_EXPORT JQStitchingAlgorithm {
  public:
   // --- state; results depend on nothing else -------------------------------
-  std::int32_t m_nDetectLevel;          ///< 1; working-scale divisor, selects the corner scale
-  std::int32_t m_nDownScale;            ///< 1; divisor of the image for the corner search, 1 or 2
-  std::int32_t m_nCornerBudget;         ///< 8; term of the number of corners kept
-  std::int32_t m_nImageCols;            ///< 5000; columns of the frame being registered
-  std::int32_t m_nImageRows;            ///< 5000; rows of the frame being registered
-  std::int32_t m_nBoundCols;            ///< 20000; not read
-  std::int32_t m_nBoundRows;            ///< 20000; not read
-  std::int32_t m_nFlagThreshold;        ///< unset until armed: 255 or `m_nFlagPreset`
-  std::int32_t m_nFlagPreset;           ///< 5; grey levels, motion test
-  float m_fBrightThreshold;             ///< unset until armed: 128 or `m_fBrightPreset`
-  float m_fDefinitionThreshold;         ///< unset until armed: 128 or `m_fDefinitionPreset`
-  float m_fBrightPreset;                ///< 40; grey levels, overlap test
-  float m_fDefinitionPreset;            ///< 15; overlap test
-  std::int32_t m_nOverlapMode;          ///< 0: overlap quality; otherwise: motion
-  std::int32_t m_nUsePresets;           ///< 1; 0: neutral thresholds (255, 128, 128)
-  stitchflags m_stitchFlags;            ///< all 0; the record of the last stitch
+  std::int32_t m_nDetectLevel;    ///< 1; working-scale divisor, selects the corner scale
+  std::int32_t m_nDownScale;      ///< 1; divisor of the image for the corner search, 1 or 2
+  std::int32_t m_nCornerBudget;   ///< 8; term of the number of corners kept
+  std::int32_t m_nImageCols;      ///< 5000; columns of the frame being registered
+  std::int32_t m_nImageRows;      ///< 5000; rows of the frame being registered
+  std::int32_t m_nBoundCols;      ///< 20000; not read
+  std::int32_t m_nBoundRows;      ///< 20000; not read
+  std::int32_t m_nFlagThreshold;  ///< unset until armed: 255 or `m_nFlagPreset`
+  std::int32_t m_nFlagPreset;     ///< 5; grey levels, motion test
+  float m_fBrightThreshold;       ///< unset until armed: 128 or `m_fBrightPreset`
+  float m_fDefinitionThreshold;   ///< unset until armed: 128 or `m_fDefinitionPreset`
+  float m_fBrightPreset;          ///< 40; grey levels, overlap test
+  float m_fDefinitionPreset;      ///< 15; overlap test
+  std::int32_t m_nOverlapMode;    ///< 0: overlap quality; otherwise: motion
+  std::int32_t m_nUsePresets;     ///< 1; 0: neutral thresholds (255, 128, 128)
+  stitchflags m_stitchFlags;      ///< all 0; the record of the last stitch
 
   /// Sets the values above; the three active thresholds stay unset until
   /// `StitchingImage_offset` arms them.

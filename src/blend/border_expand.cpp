@@ -1,0 +1,36 @@
+#include <opencv2/imgproc.hpp>
+
+#include "jqstitchingalgorithm.h"
+
+void JQStitchingAlgorithm::BorderExpand(cv::Mat mosaic, int growRows, int growCols, int offsetX,
+                                        int offsetY, int frameRows, int frameCols, int mosaicCols,
+                                        int mosaicRows, cv::Point position, cv::Mat& grown,
+                                        cv::Point& newPosition, cv::Point boxMin, cv::Point boxMax,
+                                        cv::Point& newBoxMin, cv::Point& newBoxMax) {
+  const std::int64_t x = std::int64_t{position.x} + offsetX;
+  const std::int64_t y = std::int64_t{position.y} + offsetY;
+  // Touching an edge counts as crossing it.
+  const bool top = y <= 0;
+  const bool bottom = !top && y + frameRows >= mosaicRows;
+  const bool left = x <= 0;
+  const bool right = !left && x + frameCols >= mosaicCols;
+
+  if (top || bottom || left || right) {
+    cv::copyMakeBorder(mosaic, mosaic, top ? growRows : 0, bottom ? growRows : 0,
+                       left ? growCols : 0, right ? growCols : 0, cv::BORDER_CONSTANT,
+                       cv::Scalar(0, 0, 0, 0));
+  }
+  const cv::Point moved(left ? growCols : 0, top ? growRows : 0);
+  position += moved;
+  boxMin += moved;
+  boxMax += moved;
+  if (top && right) {
+    // At this corner alone the box's minimum moves twice and its maximum stays.
+    boxMin.y += growRows;
+    boxMax.y -= growRows;
+  }
+  grown = mosaic;
+  newPosition = position;
+  newBoxMin = boxMin;
+  newBoxMax = boxMax;
+}

@@ -1,0 +1,30 @@
+#include <opencv2/imgproc.hpp>
+
+#include "jqstitchingalgorithm.h"
+
+int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
+                                         int& supportCount) {
+  // The first image decides for both, and code 7 holds for frames in
+  // blue-green-red order too.
+  if (first.channels() != 1) {
+    cv::cvtColor(first, first, cv::COLOR_RGB2GRAY);
+    cv::cvtColor(second, second, cv::COLOR_RGB2GRAY);
+  }
+  std::vector<cv::Point> cornersFirst, cornersSecond;
+  FindHarrisCornerCoordianteFun(first, cornersFirst);
+  FindHarrisCornerCoordianteFun(second, cornersSecond);
+  if (cornersFirst.empty() || cornersSecond.empty()) return 0;
+
+  cv::Mat descriptorsFirst, descriptorsSecond;
+  NoRotaFeatureDescriber(first, cornersFirst, descriptorsFirst);
+  NoRotaFeatureDescriber(second, cornersSecond, descriptorsSecond);
+  std::vector<cv::Point> pairs, matchedFirst, matchedSecond, inliersFirst, inliersSecond;
+  CalacDistanceIndexFun(descriptorsFirst, descriptorsSecond, pairs);
+  RoughMatchPoint(cornersFirst, cornersSecond, pairs, matchedFirst, matchedSecond);
+  float tx = 0, ty = 0;
+  RansacMatchPointArrayFun(matchedFirst, matchedSecond, inliersFirst, inliersSecond, tx, ty);
+  supportCount = static_cast<int>(inliersFirst.size());
+  offsetX = static_cast<int>(tx);
+  offsetY = static_cast<int>(ty);
+  return 0;
+}

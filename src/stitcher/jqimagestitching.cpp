@@ -1,0 +1,95 @@
+#include "jqimagestitching.h"
+
+#include <memory>
+
+#include "jqglobalclass.h"
+#include "stitcher/run_state.h"
+
+// The overlap mode, the run state and the overlap bounds stay unset until a run
+// starts.
+JQImageStitching::JQImageStitching()
+    : QObject(nullptr),
+      m_pAlgorithm(nullptr),
+      m_canvasOrigin(0, 0),
+      m_canvasRows(10000),
+      m_canvasCols(10000),
+      m_frameSize(5000, 5000),
+      m_framePos(0, 0),
+      m_frameRows(0),
+      m_frameCols(0),
+      m_lastOffset(0, 0),
+      m_frameOffset(0, 0),
+      m_bLastFrameAccepted(true),
+      m_bStitchStarted(true),
+      m_nFrameCount(0),
+      m_nReserved(0),
+      m_pOutImage(nullptr),
+      m_reservedWord(0),
+      m_mosaicMin(0, 0),
+      m_mosaicMax(0, 0),
+      m_reservedPair{0, 0},
+      m_pRun(nullptr) {
+  auto algorithm = std::make_unique<JQStitchingAlgorithm>();
+  m_pRun = new RunState;
+  m_pAlgorithm = algorithm.release();
+}
+
+JQImageStitching::~JQImageStitching() {
+  delete m_pOutImage;
+  delete m_pAlgorithm;
+  delete m_pRun;
+}
+
+int JQImageStitching::GetCurImageSize() const {
+  const cv::Size size = GetCurSize();
+  return size.width * size.height * 3;
+}
+
+cv::Size JQImageStitching::GetCurSize() const {
+  return cv::Size(m_mosaicMax.x - m_mosaicMin.x, m_mosaicMax.y - m_mosaicMin.y);
+}
+
+bool JQImageStitching::IsOffsetPointValid() const {
+  return m_pAlgorithm->m_stitchFlags.matchCount > 10;
+}
+
+cv::Point JQImageStitching::GetOffsetPosition() const {
+  if (!IsOffsetPointValid()) return cv::Point(0, 0);
+  const stitchflags& flags = m_pAlgorithm->m_stitchFlags;
+  return cv::Point(flags.offsetX, flags.offsetY);
+}
+
+cv::Point JQImageStitching::GetCurrentPosition() const {
+  const stitchflags& flags = m_pAlgorithm->m_stitchFlags;
+  return cv::Point(flags.positionX, flags.positionY);
+}
+
+bool JQImageStitching::IsLastFrameAccepted() const {
+  return m_pRun->lastFramePlaced;
+}
+
+int JQImageStitching::GetFrameCount() const {
+  return m_nFrameCount;
+}
+
+stitchflags JQImageStitching::GetStitchFlags() const {
+  return m_pAlgorithm->m_stitchFlags;
+}
+
+cv::Mat JQImageStitching::GetMosaic() const {
+  return m_mosaic;
+}
+
+cv::Point JQImageStitching::GetContentMin() const {
+  return m_mosaicMin;
+}
+
+cv::Point JQImageStitching::GetContentMax() const {
+  return m_mosaicMax;
+}
+
+cv::Rect JQImageStitching::GetPlacedBounds() const {
+  return m_pRun->placedBounds;
+}
+
+#include "moc_jqimagestitching.cpp"

@@ -1,0 +1,75 @@
+#include <algorithm>
+#include <cstdlib>
+
+#include "stitcher/run_state.h"
+
+namespace {
+
+// Everything that one frame may change. Mosaic and reference are headers: their
+// pixels change only in the last, non-failing step of placing a frame.
+struct Snapshot {
+  cv::Point mosaicMin, mosaicMax;
+  cv::Mat mosaic, refFrame;
+  stitchflags flags;
+  cv::Rect placedBounds;
+};
+
+}  // namespace
+
+bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame,
+                                           bool& accepted) {
+  stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
+  RunState& run = *stitcher.m_pRun;
+  const Snapshot before{
+      stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic, stitcher.m_refFrame, flags,
+      run.placedBounds};
+  const bool startsMosaic = stitcher.m_nFrameCount == 0;
+  accepted = false;
+  try {
+    stitcher.m_pAlgorithm->StitchingImage_offset(
+        stitcher.m_nFrameCount, stitcher.m_refFrame, stitcher.m_curFrame, newFrame,
+        stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic, flags);
+    if (startsMosaic) run.placedBounds = cv::Rect(stitcher.m_mosaicMin, stitcher.m_mosaicMax);
+    const bool judged = flags.overlapFlag == 1;
+    accepted = judged && isAccepted(stitcher, newFrame);
+    if (accepted) place(stitcher, newFrame);
+    if (startsMosaic) stitcher.m_nFrameCount = 1;
+    return judged;
+  } catch (...) {
+    stitcher.m_mosaicMin = before.mosaicMin;
+    stitcher.m_mosaicMax = before.mosaicMax;
+    stitcher.m_mosaic = before.mosaic;
+    stitcher.m_refFrame = before.refFrame;
+    flags = before.flags;
+    run.placedBounds = before.placedBounds;
+    throw;
+  }
+}
+
+bool JQImageStitching::RunState::isAccepted(const JQImageStitching& stitcher,
+                                            const cv::Mat& newFrame) {
+  const stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
+  const int x = std::abs(flags.offsetX), y = std::abs(flags.offsetY);
+  // A tie is measured against the rows.
+  const auto extent = static_cast<float>(x > y ? newFrame.cols : newFrame.rows);
+  const auto shift = static_cast<float>(std::max(x, y));
+  return shift > (1.0f - stitcher.m_fMaxOverlap) * extent &&
+         shift < (1.0f - stitcher.m_fMinOverlap) * extent && flags.matchCount >= 11;
+}
+
+void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newFrame) {
+  stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
+  RunState& run = *stitcher.m_pRun;
+  const cv::Point old(flags.positionX, flags.positionY);
+  const cv::Point expected = old + cv::Point(flags.offsetX, flags.offsetY);
+  cv::Point position = old;
+  stitcher.m_pAlgorithm->StitchingImage_imageblend(
+      stitcher.m_mosaic, newFrame, flags, stitcher.m_mosaicMin, stitcher.m_mosaicMax, old,
+      stitcher.m_mosaicMin, stitcher.m_mosaicMax, position, stitcher.m_mosaic, stitcher.m_refFrame);
+  flags.positionX = position.x;
+  flags.positionY = position.y;
+  // Growth at the top or left has moved everything by the difference. The new
+  // reference is the fused block, so its size is the placed frame's.
+  run.placedBounds =
+      (run.placedBounds + (position - expected)) | cv::Rect(position, stitcher.m_refFrame.size());
+}
