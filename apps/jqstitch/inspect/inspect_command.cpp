@@ -1,0 +1,106 @@
+#include "inspect/inspect_command.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <opencv2/imgcodecs.hpp>
+#include <stdexcept>
+
+#include "exit_codes.h"
+#include "files/picture_file.h"
+#include "inspect/pair_analysis.h"
+#include "inspect/pair_picture.h"
+
+namespace jqstitch {
+namespace {
+
+struct InspectOptions {
+  std::string first, second, output;
+  PairSettings settings;
+  PictureSettings picture;
+  bool quiet = false;
+};
+
+cv::Mat ReadFrame(const std::string& path) {
+  cv::Mat frame;
+  std::string cause = "it is not a picture in a known format";
+  try {
+    frame = cv::imread(path, cv::IMREAD_COLOR);
+  } catch (const cv::Exception& error) {
+    cause = error.err;
+  }
+  if (frame.empty()) throw std::runtime_error("cannot read '" + path + "': " + cause);
+  return frame;
+}
+
+std::string Text(cv::Size size) {
+  return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+void Inspect(InspectOptions& o) {
+  CheckPictureExtension(o.output);
+  const cv::Mat first = ReadFrame(o.first);
+  const cv::Mat second = ReadFrame(o.second);
+  if (first.size() != second.size()) {
+    throw std::runtime_error("the sizes differ: '" + o.first + "' is " + Text(first.size()) +
+                             ", '" + o.second + "' is " + Text(second.size()) +
+                             "; frames of one run have one size");
+  }
+  const int level = o.settings.detectLevel;
+  if (first.cols < 4 * level || first.rows < 4 * level) {
+    throw std::runtime_error("the frames are too small: " + Text(first.size()) +
+                             " at --detect-level " + std::to_string(level));
+  }
+  const PairAnalysis pair = AnalysePair(first, second, o.settings);
+  o.picture.nameFirst = std::filesystem::path(o.first).filename().string();
+  o.picture.nameSecond = std::filesystem::path(o.second).filename().string();
+  WritePicture(o.output, DrawPair(pair, o.picture));
+  // The sentence is what the command was asked for, so it goes to standard output.
+  if (!o.quiet) std::cout << pair.verdict << "\n";
+}
+
+void AddOptions(CLI::App& app, InspectOptions& o) {
+  app.add_option("A", o.first, "frame that is in the mosaic already")
+      ->required()
+      ->check(CLI::ExistingFile);
+  app.add_option("B", o.second, "frame to be placed")->required()->check(CLI::ExistingFile);
+  app.add_option("-o,--output", o.output, "picture to write")->required();
+  app.add_option("--overlap-mode", o.settings.overlapMode,
+                 "0: judge the overlap (default), 1: judge the motion")
+      ->check(CLI::Range(0, 1));
+  app.add_option("--detect-level", o.settings.detectLevel, "working-scale divisor, 1 to 7 (1)")
+      ->check(CLI::Range(1, 7));
+  app.add_option("--corner-budget", o.settings.cornerBudget, "more corners, 0 to 100 (8)")
+      ->check(CLI::Range(0, 100));
+  app.add_option("--width", o.picture.width, "width of the picture in pixels (1600)")
+      ->check(CLI::Range(400, 8000));
+  app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (60)")
+      ->check(CLI::Range(0, 100000));
+  app.add_flag("-q,--quiet", o.quiet, "do not print the sentence");
+}
+
+}  // namespace
+
+void AddInspectCommand(CLI::App& program, int& exitCode) {
+  CLI::App* app = program.add_subcommand(
+      "inspect", "Draw how two frames fit together: corners, matches, offset, fusion, weights");
+  const auto options = std::make_shared<InspectOptions>();
+  AddOptions(*app, *options);
+  app->footer(
+      "Prints one sentence that says what a live run would do with B after A.\n\n"
+      "Examples:\n"
+      "  jqstitch inspect frame_0001.png frame_0002.png -o pair.png\n"
+      "  jqstitch inspect a.jpg b.jpg -o pair.png --detect-level 2 --overlap-mode 1\n");
+  app->callback([options, &exitCode] {
+    try {
+      Inspect(*options);
+      exitCode = kExitOk;
+    } catch (const std::exception& error) {
+      std::cerr << "jqstitch inspect: " << error.what() << "\n";
+      exitCode = kExitWrongInput;
+    }
+  });
+}
+
+}  // namespace jqstitch

@@ -1,0 +1,90 @@
+#include <algorithm>
+#include <cmath>
+#include <opencv2/imgcodecs.hpp>
+#include <stdexcept>
+
+#include "files/picture_file.h"
+#include "simulate/output_folder.h"
+#include "simulate/simulate_options.h"
+#include "simulate/slide.h"
+
+namespace jqstitch {
+namespace {
+
+constexpr int kMargin = 16;                        // of slide around the path, for the blur
+constexpr std::int64_t kLargestScene = 400000000;  // pixels, 1.2 GB
+
+std::string Text(cv::Size size) {
+  return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+PathOptions ToPathOptions(const SimulateOptions& o) {
+  PathOptions path;
+  path.kind = o.path;
+  path.count = o.count;
+  path.step.x = std::max(1, static_cast<int>(std::lround(o.frame.width * o.step / 100)));
+  path.step.y = std::max(1, static_cast<int>(std::lround(o.frame.height * o.step / 100)));
+  path.direction = o.direction;
+  path.columns = o.columns;
+  path.jumps = o.jumps;
+  path.frame = o.frame;
+  path.seed = o.seed;
+  return path;
+}
+
+// The longest way that a path can go, so that no coordinate overflows.
+void RefuseEndlessPath(const PathOptions& path) {
+  const std::int64_t longest =
+      static_cast<std::int64_t>(path.count) * std::max(path.step.x, path.step.y) * 2;
+  if (longest > 1000000000) {
+    throw std::runtime_error(
+        "the path is too long: give fewer frames, smaller ones or a smaller --step");
+  }
+}
+
+cv::Mat OpenScene(const SimulateOptions& o, cv::Size bounds) {
+  if (!o.image.empty()) {
+    const cv::Mat image = cv::imread(o.image, cv::IMREAD_COLOR);
+    if (image.empty()) {
+      throw std::runtime_error("cannot read the picture '" + o.image + "'");
+    }
+    if (image.cols < bounds.width || image.rows < bounds.height) {
+      throw std::runtime_error("the path needs " + Text(bounds) + " pixels, but '" + o.image +
+                               "' has " + Text(image.size()) +
+                               ": give a larger picture, smaller or fewer frames, a smaller "
+                               "--step or fewer --jumps");
+    }
+    return image;
+  }
+  const cv::Size size(bounds.width + 2 * kMargin, bounds.height + 2 * kMargin);
+  const std::int64_t pixels = static_cast<std::int64_t>(size.width) * size.height;
+  if (pixels > kLargestScene) {
+    throw std::runtime_error("the slide would have " + Text(size) +
+                             " pixels, more than 400 million: give fewer or smaller frames, or a "
+                             "smaller --step");
+  }
+  return PaintSlide(size, o.seed);
+}
+
+}  // namespace
+
+std::string Simulate(const SimulateOptions& options) {
+  const PathOptions pathOptions = ToPathOptions(options);
+  RefuseEndlessPath(pathOptions);
+  std::vector<cv::Point> path = CameraPath(pathOptions);
+  if (!options.scene.empty()) CheckPictureExtension(options.scene);
+  const cv::Mat scene = OpenScene(options, PathBounds(path, options.frame).size());
+  MovePathInside(path, options.frame, scene.size());
+
+  const OutputFolder folder(options.folder, options.force, options.count, options.jpegQuality);
+  if (!options.scene.empty()) WritePicture(options.scene, scene);
+  for (int i = 0; i < options.count; ++i) {
+    folder.WriteFrame(i, TakeFrame(scene, path[static_cast<std::size_t>(i)], options.frame, i,
+                                   options.effects, options.seed));
+  }
+  folder.WriteTruth(path);
+  return std::to_string(options.count) + " frames of " + Text(options.frame) + " in '" +
+         options.folder + "', scene " + Text(scene.size()) + ", truth in truth.csv";
+}
+
+}  // namespace jqstitch

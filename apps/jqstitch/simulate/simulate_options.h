@@ -1,0 +1,37 @@
+#ifndef JQSTITCH_SIMULATE_SIMULATE_OPTIONS_H
+#define JQSTITCH_SIMULATE_SIMULATE_OPTIONS_H
+
+#include <cstdint>
+#include <string>
+
+#include "simulate/camera.h"
+#include "simulate/camera_path.h"
+
+namespace jqstitch {
+
+/// What `jqstitch simulate` was asked for, as typed.
+struct SimulateOptions {
+  std::string folder;
+  bool force = false;
+  std::string image;  ///< picture to pass over; empty: the built-in slide
+  std::string scene;  ///< also write the whole scene here; empty: do not
+  cv::Size frame{1280, 960};
+  int count = 60;
+  PathKind path = PathKind::kSerpentine;
+  cv::Point direction{1, 0};
+  int columns = 0;
+  double step = 20;  ///< percent of the frame, across and down
+  int jumps = 0;
+  CameraEffects effects;
+  int jpegQuality = 0;  ///< 0: PNG
+  std::uint64_t seed = 1;
+  bool quiet = false;
+};
+
+/// Writes the frames and the truth. Raises `std::runtime_error` with a text for
+/// the user. Returns a line that says what was written.
+std::string Simulate(const SimulateOptions& options);
+
+}  // namespace jqstitch
+
+#endif  // JQSTITCH_SIMULATE_SIMULATE_OPTIONS_H
