@@ -8,13 +8,9 @@
 
 #include "batch/batch_command.h"
 #include "exit_codes.h"
-#include "live/live_command.h"
-#if __has_include("simulate/simulate_command.h")
-#include "simulate/simulate_command.h"
-#endif
-#if __has_include("inspect/inspect_command.h")
 #include "inspect/inspect_command.h"
-#endif
+#include "live/live_command.h"
+#include "simulate/simulate_command.h"
 
 namespace {
 
@@ -52,12 +48,8 @@ int main(int argc, char** argv) {
   int exitCode = jqstitch::kExitOk;
   jqstitch::AddBatchCommand(app, exitCode);
   jqstitch::AddLiveCommand(app, exitCode);
-#if __has_include("simulate/simulate_command.h")
   jqstitch::AddSimulateCommand(app, exitCode);
-#endif
-#if __has_include("inspect/inspect_command.h")
   jqstitch::AddInspectCommand(app, exitCode);
-#endif
 
   try {
     app.parse(argc, argv);
