@@ -51,7 +51,7 @@ bool Encode(const std::string& extension, const cv::Mat& picture,
 
 }  // namespace
 
-void CheckPictureExtension(const std::string& path) {
+void CheckPictureFormat(const std::string& path) {
   const std::string extension = Extension(path);
   if (extension.empty()) {
     throw InputError("cannot write '" + path + "': the name has no extension to tell the format (" +

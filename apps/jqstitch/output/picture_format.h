@@ -9,7 +9,7 @@ namespace jqstitch {
 
 /// Refuses, with advice, an extension that no encoder knows or whose format does
 /// not keep an 8-bit colour picture. Raises `InputError`.
-void CheckPictureExtension(const std::string& path);
+void CheckPictureFormat(const std::string& path);
 
 /// Longest side that the format of this extension holds.
 int LongestSide(const std::string& path);
