@@ -22,8 +22,11 @@ foreach(line IN LISTS lines)
   if(kind MATCHES "[WVu]" AND symbol MATCHES "(^|[ *&])std::|^(vtable|typeinfo|typeinfo name) for std::")
     continue()
   endif()
-  # The sanitizers' own marks.
-  if(SANITIZERS AND symbol MATCHES "^__(asan|odr_asan|ubsan|sanitizer)|^_init$|^_fini$")
+  # The linker's own marks, and the sanitizers'.
+  if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini)$")
+    continue()
+  endif()
+  if(SANITIZERS AND symbol MATCHES "^__(asan|odr_asan|ubsan|sanitizer)")
     continue()
   endif()
   if(symbol MATCHES "^(vtable for |typeinfo for |typeinfo name for |non-virtual thunk to )?(JQImageStitching|JQStitchingAlgorithm|jqstitching::WorkspaceHandle)(::|$)")
