@@ -1,0 +1,76 @@
+#include "report/live_section.h"
+
+#include <cstring>
+
+#include "jqimagestitching.h"
+#include "report/plain_run.h"
+#include "report/same.h"
+#include "report/statistics.h"
+#include "support/host_record.h"
+#include "support/scene.h"
+
+namespace jqbench {
+namespace {
+
+constexpr int kDetectLevel = 1;
+constexpr int kCornerBudget = 8;
+
+bool SameResults(const JQImageStitching& library, const PlainRun& plain) {
+  return SameFlags(library.GetStitchFlags(), plain.flags()) &&
+         library.IsLastFrameAccepted() == plain.lastPlaced() &&
+         library.GetContentMin() == plain.contentMin() &&
+         library.GetContentMax() == plain.contentMax() &&
+         SamePixels(library.GetMosaic(), plain.mosaic());
+}
+
+FrameKind KindOf(bool placed, bool grown, bool newReference) {
+  if (placed) return grown ? FrameKind::kPlacedGrown : FrameKind::kPlaced;
+  return newReference ? FrameKind::kNotPlacedFirst : FrameKind::kNotPlaced;
+}
+
+}  // namespace
+
+LiveResult RunLive(const LiveCase& what) {
+  const cv::Size frame = what.frame;
+  const Subject subject = what.overlapMode == 0 ? Subject::kTissue : Subject::kSpecks;
+  const Scene scene(subject, cv::Size(frame.width * 5 / 2, frame.height * 5 / 2), frame, 20240501);
+  const std::vector<cv::Point> path = WalkLoop(scene.size(), frame, what.frames);
+
+  LiveResult result;
+  JQImageStitching library;
+  PlainRun plain;
+  bool newReference = false;
+  for (int i = 0; i < what.frames; ++i) {
+    const cv::Mat picture = scene.frame(i, path[static_cast<size_t>(i)]);
+    _tagJQIMG record = HostRecord(picture);
+    const cv::Size before = library.GetMosaic().size();
+    double libraryMs = 0, plainMs = 0;
+    const auto runLibrary = [&] {
+      libraryMs = Milliseconds(
+          [&] { library.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget); });
+    };
+    const auto runPlain = [&] {
+      plainMs = Milliseconds(
+          [&] { plain.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget); });
+    };
+    if (i % 2 == 0) {
+      runLibrary();
+      runPlain();
+    } else {
+      runPlain();
+      runLibrary();
+    }
+    ++result.equality.frames;
+    result.equality.equal += SameResults(library, plain) ? 1 : 0;
+    // The first frame only starts the run, the second one makes the mosaic.
+    const bool placed = library.IsLastFrameAccepted();
+    if (i >= 2) {
+      const FrameKind kind = KindOf(placed, library.GetMosaic().size() != before, newReference);
+      result.times[static_cast<size_t>(kind)].add(libraryMs, plainMs);
+    }
+    newReference = placed;
+  }
+  return result;
+}
+
+}  // namespace jqbench

@@ -1,0 +1,21 @@
+#include "report/same.h"
+
+#include <cstring>
+
+namespace jqbench {
+
+bool SamePixels(const cv::Mat& a, const cv::Mat& b) {
+  if (a.size() != b.size() || a.type() != b.type()) return false;
+  const size_t bytes = static_cast<size_t>(a.cols) * a.elemSize();
+  for (int r = 0; r < a.rows; ++r) {
+    if (std::memcmp(a.ptr(r), b.ptr(r), bytes) != 0) return false;
+  }
+  return true;
+}
+
+bool SameFlags(const stitchflags& a, const stitchflags& b) {
+  return a.matchCount == b.matchCount && a.offsetX == b.offsetX && a.offsetY == b.offsetY &&
+         a.positionX == b.positionX && a.positionY == b.positionY && a.overlapFlag == b.overlapFlag;
+}
+
+}  // namespace jqbench
