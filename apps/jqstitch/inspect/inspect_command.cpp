@@ -5,12 +5,14 @@
 #include <iostream>
 #include <memory>
 #include <opencv2/imgcodecs.hpp>
-#include <stdexcept>
 
+#include "console/console.h"
 #include "exit_codes.h"
-#include "files/picture_file.h"
+#include "input_error.h"
 #include "inspect/pair_analysis.h"
 #include "inspect/pair_picture.h"
+#include "output/atomic_file.h"
+#include "output/picture_format.h"
 
 namespace jqstitch {
 namespace {
@@ -30,7 +32,7 @@ cv::Mat ReadFrame(const std::string& path) {
   } catch (const cv::Exception& error) {
     cause = error.err;
   }
-  if (frame.empty()) throw std::runtime_error("cannot read '" + path + "': " + cause);
+  if (frame.empty()) throw InputError("cannot read '" + path + "': " + cause);
   return frame;
 }
 
@@ -39,23 +41,25 @@ std::string Text(cv::Size size) {
 }
 
 void Inspect(InspectOptions& o) {
-  CheckPictureExtension(o.output);
+  CheckPictureFormat(o.output);
+  CheckWritable(o.output);
   const cv::Mat first = ReadFrame(o.first);
   const cv::Mat second = ReadFrame(o.second);
   if (first.size() != second.size()) {
-    throw std::runtime_error("the sizes differ: '" + o.first + "' is " + Text(first.size()) +
-                             ", '" + o.second + "' is " + Text(second.size()) +
-                             "; frames of one run have one size");
+    throw InputError("the sizes differ: '" + o.first + "' is " + Text(first.size()) + ", '" +
+                     o.second + "' is " + Text(second.size()) +
+                     "; frames of one run have one size");
   }
   const int level = o.settings.detectLevel;
   if (first.cols < 4 * level || first.rows < 4 * level) {
-    throw std::runtime_error("the frames are too small: " + Text(first.size()) +
-                             " at --detect-level " + std::to_string(level));
+    throw InputError("the frames are too small: " + Text(first.size()) + " at --detect-level " +
+                     std::to_string(level));
   }
   const PairAnalysis pair = AnalysePair(first, second, o.settings);
   o.picture.nameFirst = std::filesystem::path(o.first).filename().string();
   o.picture.nameSecond = std::filesystem::path(o.second).filename().string();
-  WritePicture(o.output, DrawPair(pair, o.picture));
+  const std::vector<unsigned char> bytes = EncodePicture(o.output, DrawPair(pair, o.picture));
+  WriteFileAtomically(o.output, bytes.data(), bytes.size());
   // The sentence is what the command was asked for, so it goes to standard output.
   if (!o.quiet) std::cout << pair.verdict << "\n";
 }
@@ -75,7 +79,7 @@ void AddOptions(CLI::App& app, InspectOptions& o) {
       ->check(CLI::Range(0, 100));
   app.add_option("--width", o.picture.width, "width of the picture in pixels (1600)")
       ->check(CLI::Range(400, 8000));
-  app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (60)")
+  app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (40)")
       ->check(CLI::Range(0, 100000));
   app.add_flag("-q,--quiet", o.quiet, "do not print the sentence");
 }
@@ -93,11 +97,12 @@ void AddInspectCommand(CLI::App& program, int& exitCode) {
       "  jqstitch inspect frame_0001.png frame_0002.png -o pair.png\n"
       "  jqstitch inspect a.jpg b.jpg -o pair.png --detect-level 2 --overlap-mode 1\n");
   app->callback([options, &exitCode] {
+    Console console("inspect", options->quiet, false);
     try {
       Inspect(*options);
       exitCode = kExitOk;
     } catch (const std::exception& error) {
-      std::cerr << "jqstitch inspect: " << error.what() << "\n";
+      console.Complain(error.what());
       exitCode = kExitWrongInput;
     }
   });

@@ -11,7 +11,7 @@ namespace jqstitch {
 struct PictureSettings {
   std::string nameFirst, nameSecond;
   int width = 1600;  ///< of the whole picture, pixels
-  int lines = 60;    ///< at most so many lines of each kind; more hide the frames
+  int lines = 40;    ///< at most so many lines of each kind; more hide the frames
 };
 
 /// Draws the analysis for people who would rather look than read:

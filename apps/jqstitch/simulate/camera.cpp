@@ -34,6 +34,20 @@ void Expose(cv::Mat& image, double vignetting, std::int64_t exposure) {
   }
 }
 
+// A lens sees the scene around the view, so as much of it as the filter reaches is
+// blurred along. (Blurring a view in place would take another, less exact path of
+// the image library.)
+cv::Mat Defocus(const cv::Mat& scene, const cv::Rect& view, double deviation) {
+  const int reach = static_cast<int>(std::ceil(4 * deviation)) + 2;
+  const cv::Rect around =
+      cv::Rect(view.x - reach, view.y - reach, view.width + 2 * reach, view.height + 2 * reach) &
+      cv::Rect(cv::Point(), scene.size());
+  cv::Mat blurred;
+  cv::GaussianBlur(scene(around).clone(), blurred, cv::Size(), deviation, deviation,
+                   cv::BORDER_REFLECT_101);
+  return blurred(view - around.tl()).clone();
+}
+
 void AddNoise(cv::Mat& image, double deviation, RandomStream stream) {
   constexpr std::int64_t kHalf = std::int64_t{1} << 31;
   const std::int64_t gain = std::llround(deviation / RandomStream::kBellDeviation * 4294967296.0);
@@ -50,15 +64,8 @@ void AddNoise(cv::Mat& image, double deviation, RandomStream stream) {
 
 cv::Mat TakeFrame(const cv::Mat& scene, cv::Point corner, cv::Size frame, int index,
                   const CameraEffects& effects, std::uint64_t seed) {
-  const cv::Mat view = scene(cv::Rect(corner, frame));
-  cv::Mat image;
-  if (effects.blur > 0) {
-    // Without the isolated flag the filter sees the scene around the view, as a
-    // lens does.
-    cv::GaussianBlur(view, image, cv::Size(), effects.blur, effects.blur, cv::BORDER_REFLECT_101);
-  } else {
-    view.copyTo(image);
-  }
+  const cv::Rect view(corner, frame);
+  cv::Mat image = effects.blur > 0 ? Defocus(scene, view, effects.blur) : scene(view).clone();
   const std::uint64_t item = static_cast<std::uint64_t>(index);
   if (effects.vignetting > 0 || effects.exposure > 0) {
     RandomStream stream(seed, kStreamExposure, item);

@@ -4,9 +4,9 @@
 #include <cctype>
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
-#include <stdexcept>
 
-#include "files/picture_file.h"
+#include "input_error.h"
+#include "output/atomic_file.h"
 
 namespace fs = std::filesystem;
 
@@ -43,19 +43,19 @@ OutputFolder::OutputFolder(const std::string& path, bool force, int frameCount, 
       m_jpegQuality(jpegQuality) {
   try {
     if (fs::exists(path) && !fs::is_directory(path)) {
-      throw std::runtime_error("the output '" + path + "' is a file; give a folder");
+      throw InputError("the output '" + path + "' is a file; give a folder");
     }
     fs::create_directories(path);
     if (!fs::is_empty(path)) {
       if (!force) {
-        throw std::runtime_error("the folder '" + path +
-                                 "' is not empty; give another one, or --force to replace the "
-                                 "frames of an earlier simulation in it");
+        throw InputError("the folder '" + path +
+                         "' is not empty; give another one, or --force to replace the "
+                         "frames of an earlier simulation in it");
       }
       RemoveEarlierSimulation(path);
     }
   } catch (const fs::filesystem_error& error) {
-    throw std::runtime_error("cannot use the folder '" + path + "': " + error.code().message());
+    throw InputError("cannot use the folder '" + path + "': " + error.code().message());
   }
 }
 
@@ -68,11 +68,13 @@ std::string OutputFolder::FrameName(int index) const {
 
 void OutputFolder::WriteFrame(int index, const cv::Mat& image) const {
   const std::string path = (fs::path(m_path) / FrameName(index)).string();
+  std::vector<unsigned char> bytes;
   if (m_jpegQuality > 0) {
-    WritePicture(path, image, {cv::IMWRITE_JPEG_QUALITY, m_jpegQuality});
+    cv::imencode(".jpg", image, bytes, {cv::IMWRITE_JPEG_QUALITY, m_jpegQuality});
   } else {
-    WritePicture(path, image, {cv::IMWRITE_PNG_COMPRESSION, 1});
+    cv::imencode(".png", image, bytes, {cv::IMWRITE_PNG_COMPRESSION, 1});
   }
+  WriteFileAtomically(path, bytes.data(), bytes.size());
 }
 
 void OutputFolder::WriteTruth(const std::vector<cv::Point>& corners) const {
@@ -81,7 +83,7 @@ void OutputFolder::WriteTruth(const std::vector<cv::Point>& corners) const {
     text += FrameName(static_cast<int>(i)) + "," + std::to_string(corners[i].x) + "," +
             std::to_string(corners[i].y) + "\n";
   }
-  WriteFileWhole((fs::path(m_path) / kTruthName).string(), text.data(), text.size());
+  WriteFileAtomically((fs::path(m_path) / kTruthName).string(), text.data(), text.size());
 }
 
 }  // namespace jqstitch

@@ -8,7 +8,7 @@
 namespace jqstitch {
 
 /// A folder of numbered frames and their `truth.csv`. Every failure raises
-/// `std::runtime_error` that names the path and the cause.
+/// `InputError`.
 class OutputFolder {
  public:
   /// Makes the folder (and its parents). A folder that holds anything is refused

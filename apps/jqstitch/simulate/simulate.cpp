@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <cmath>
 #include <opencv2/imgcodecs.hpp>
-#include <stdexcept>
 
-#include "files/picture_file.h"
+#include "input_error.h"
+#include "output/atomic_file.h"
+#include "output/picture_format.h"
 #include "simulate/output_folder.h"
 #include "simulate/simulate_options.h"
 #include "simulate/slide.h"
@@ -37,8 +38,7 @@ void RefuseEndlessPath(const PathOptions& path) {
   const std::int64_t longest =
       static_cast<std::int64_t>(path.count) * std::max(path.step.x, path.step.y) * 2;
   if (longest > 1000000000) {
-    throw std::runtime_error(
-        "the path is too long: give fewer frames, smaller ones or a smaller --step");
+    throw InputError("the path is too long: give fewer frames, smaller ones or a smaller --step");
   }
 }
 
@@ -46,45 +46,52 @@ cv::Mat OpenScene(const SimulateOptions& o, cv::Size bounds) {
   if (!o.image.empty()) {
     const cv::Mat image = cv::imread(o.image, cv::IMREAD_COLOR);
     if (image.empty()) {
-      throw std::runtime_error("cannot read the picture '" + o.image + "'");
+      throw InputError("cannot read the picture '" + o.image + "'");
     }
     if (image.cols < bounds.width || image.rows < bounds.height) {
-      throw std::runtime_error("the path needs " + Text(bounds) + " pixels, but '" + o.image +
-                               "' has " + Text(image.size()) +
-                               ": give a larger picture, smaller or fewer frames, a smaller "
-                               "--step or fewer --jumps");
+      throw InputError("the path needs " + Text(bounds) + " pixels, but '" + o.image + "' has " +
+                       Text(image.size()) +
+                       ": give a larger picture, smaller or fewer frames, a smaller "
+                       "--step or fewer --jumps");
     }
     return image;
   }
   const cv::Size size(bounds.width + 2 * kMargin, bounds.height + 2 * kMargin);
   const std::int64_t pixels = static_cast<std::int64_t>(size.width) * size.height;
   if (pixels > kLargestScene) {
-    throw std::runtime_error("the slide would have " + Text(size) +
-                             " pixels, more than 400 million: give fewer or smaller frames, or a "
-                             "smaller --step");
+    throw InputError("the slide would have " + Text(size) +
+                     " pixels, more than 400 million: give fewer or smaller frames, or a "
+                     "smaller --step");
   }
   return PaintSlide(size, o.seed);
 }
 
 }  // namespace
 
-std::string Simulate(const SimulateOptions& options) {
+void Simulate(const SimulateOptions& options, Console& console) {
   const PathOptions pathOptions = ToPathOptions(options);
   RefuseEndlessPath(pathOptions);
   std::vector<cv::Point> path = CameraPath(pathOptions);
-  if (!options.scene.empty()) CheckPictureExtension(options.scene);
+  if (!options.scene.empty()) CheckPictureFormat(options.scene);
   const cv::Mat scene = OpenScene(options, PathBounds(path, options.frame).size());
   MovePathInside(path, options.frame, scene.size());
 
   const OutputFolder folder(options.folder, options.force, options.count, options.jpegQuality);
-  if (!options.scene.empty()) WritePicture(options.scene, scene);
+  if (!options.scene.empty()) {
+    const std::vector<unsigned char> bytes = EncodePicture(options.scene, scene);
+    WriteFileAtomically(options.scene, bytes.data(), bytes.size());
+  }
+  console.StartProgress(options.count, "frames");
   for (int i = 0; i < options.count; ++i) {
     folder.WriteFrame(i, TakeFrame(scene, path[static_cast<std::size_t>(i)], options.frame, i,
                                    options.effects, options.seed));
+    console.Progress(i + 1);
   }
+  console.EndProgress();
   folder.WriteTruth(path);
-  return std::to_string(options.count) + " frames of " + Text(options.frame) + " in '" +
-         options.folder + "', scene " + Text(scene.size()) + ", truth in truth.csv";
+  console.Say(std::to_string(options.count) + (options.count == 1 ? " frame of " : " frames of ") +
+              Text(options.frame) + " in '" + options.folder + "', scene " + Text(scene.size()) +
+              ", truth in truth.csv");
 }
 
 }  // namespace jqstitch

@@ -1,7 +1,6 @@
 #include "simulate/simulate_command.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 #include <map>
 #include <memory>
 
@@ -30,6 +29,15 @@ CLI::Validator Between(double low, double high) {
         return fits ? std::string() : "'" + text + "' is not a number from " + range;
       },
       range);
+}
+
+// The parser takes "-1" for the largest unsigned number.
+CLI::Validator NotNegative() {
+  return CLI::Validator(
+      [](std::string& text) {
+        return text.find('-') == std::string::npos ? std::string() : "'" + text + "' is negative";
+      },
+      "");
 }
 
 template <typename Value>
@@ -107,7 +115,7 @@ void AddOptions(CLI::App& app, SimulateOptions& o) {
       ->check(Between(0, 50));
   app.add_option("--jpeg-quality", o.jpegQuality, "write JPEG of this quality instead of PNG")
       ->check(Between(1, 100));
-  app.add_option("--seed", o.seed, "the same seed gives the same bytes (1)");
+  app.add_option("--seed", o.seed, "the same seed gives the same bytes (1)")->check(NotNegative());
   app.add_flag("-q,--quiet", o.quiet, "print nothing but errors");
 }
 
@@ -127,12 +135,12 @@ void AddSimulateCommand(CLI::App& program, int& exitCode) {
       "  jqstitch simulate -o pass --image slide.tif --path spiral --vignetting 15 --jumps 2\n");
   app->callback([app, options, &exitCode] {
     CheckTogether(*options, *app);
+    Console console("simulate", options->quiet, false);
     try {
-      const std::string summary = Simulate(*options);
-      if (!options->quiet) std::cerr << summary << "\n";
+      Simulate(*options, console);
       exitCode = kExitOk;
     } catch (const std::exception& error) {
-      std::cerr << "jqstitch simulate: " << error.what() << "\n";
+      console.Complain(error.what());
       exitCode = kExitWrongInput;
     }
   });

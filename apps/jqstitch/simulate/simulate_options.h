@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "console/console.h"
 #include "simulate/camera.h"
 #include "simulate/camera_path.h"
 
@@ -28,9 +29,8 @@ struct SimulateOptions {
   bool quiet = false;
 };
 
-/// Writes the frames and the truth. Raises `std::runtime_error` with a text for
-/// the user. Returns a line that says what was written.
-std::string Simulate(const SimulateOptions& options);
+/// Writes the frames and the truth and says so. Raises `InputError`.
+void Simulate(const SimulateOptions& options, Console& console);
 
 }  // namespace jqstitch
 
