@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kDetectLevel = 1;
 constexpr int kCornerBudget = 8;
+constexpr std::uint64_t kSeed = 20240501;
 
 bool SameResults(const JQImageStitching& library, const PlainRun& plain) {
   return SameFlags(library.GetStitchFlags(), plain.flags()) &&
@@ -33,8 +34,8 @@ FrameKind KindOf(bool placed, bool grown, bool newReference) {
 LiveResult RunLive(const LiveCase& what) {
   const cv::Size frame = what.frame;
   const Subject subject = what.overlapMode == 0 ? Subject::kTissue : Subject::kSpecks;
-  const Scene scene(subject, cv::Size(frame.width * 5 / 2, frame.height * 5 / 2), frame, 20240501);
-  const std::vector<cv::Point> path = WalkLoop(scene.size(), frame, what.frames);
+  const Scene scene(subject, frame, kSeed);
+  const std::vector<cv::Point> path = WalkLoop(frame, what.frames);
 
   LiveResult result;
   JQImageStitching library;

@@ -17,26 +17,27 @@ enum class Subject {
 /// same pixels in every run.
 class Scene {
  public:
-  /// `size` is the size of the whole subject. Frames carry sensor noise of a few
-  /// grey levels that differs from frame to frame.
-  Scene(Subject subject, cv::Size size, cv::Size frame, std::uint64_t seed);
+  /// The subject repeats after one and a half frames in both directions, so that
+  /// a camera can go on for ever. Frames carry sensor noise of a few grey levels
+  /// that differs from frame to frame.
+  Scene(Subject subject, cv::Size frame, std::uint64_t seed);
 
-  cv::Size size() const { return m_subject.size(); }
-
-  /// The colour frame number `index`, its top-left corner at `position`.
+  /// The colour frame number `index`, its top-left corner at `position`, which
+  /// may be anywhere.
   cv::Mat frame(int index, cv::Point position) const;
 
  private:
   cv::Size m_frame;
+  cv::Size m_period;
   cv::Mat m_subject;
   cv::Mat m_noise;
 };
 
-/// Positions of a camera that walks a loop over a subject of `subject` pixels:
-/// steps of 4 % of the frame, every seventh one of 18 %, every fifteenth one of
+/// Positions of a camera that walks round a square of one and a half frames:
+/// steps of 2.7 % of the frame, every seventh one of 18 %, every fifteenth one of
 /// 28 %. Frames are placed when more than 10 % has come together, so that placed
 /// and not placed ones alternate.
-std::vector<cv::Point> WalkLoop(cv::Size subject, cv::Size frame, int count);
+std::vector<cv::Point> WalkLoop(cv::Size frame, int count);
 
 }  // namespace jqbench
 
