@@ -13,8 +13,9 @@ struct Piece {
 };
 
 cv::Mat Cut(const cv::Mat& image, const Piece& piece) {
-  const cv::Mat rows = image.rowRange(piece.rowStart, piece.rowEnd);
-  const cv::Mat view = rows.colRange(piece.colStart, piece.colEnd);
+  // Both ranges at once: a view without rows has no columns left to take a range of.
+  const cv::Mat view(image, cv::Range(piece.rowStart, piece.rowEnd),
+                     cv::Range(piece.colStart, piece.colEnd));
   cv::Mat copy;
   view.copyTo(copy);
   return copy;

@@ -1,0 +1,43 @@
+#ifndef JQ_TESTS_SUPPORT_PROPERTY_TEST_H
+#define JQ_TESTS_SUPPORT_PROPERTY_TEST_H
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "support/cpu_levels.h"
+#include "support/random_source.h"
+
+/// Fixture of the tests that compare the library with its plain twin on random
+/// input. The parameter is the name of the vector level to run at.
+class PropertyTest : public ::testing::TestWithParam<std::string> {
+ protected:
+  PropertyTest() : m_level(GetParam()) {}
+
+  /// Calls `round(random)` as often as asked for, each time with a source of its
+  /// own seed, and stops at the first failing round.
+  template <class Round>
+  void Repeat(int usualRounds, Round round) {
+    const std::uint64_t first = TestSeed();
+    const int rounds = TestRounds(usualRounds);
+    std::printf("first seed %llu, %d rounds\n", static_cast<unsigned long long>(first), rounds);
+    for (int k = 0; k < rounds; ++k) {
+      const std::uint64_t seed = first + static_cast<std::uint64_t>(k);
+      SCOPED_TRACE("repeat with JQ_TEST_SEED=" + std::to_string(seed) + " JQ_TEST_ROUNDS=1");
+      RandomSource random(seed);
+      round(random);
+      if (HasFailure()) return;
+    }
+  }
+
+ private:
+  ScopedCpuLevel m_level;
+};
+
+/// Once per level for every property test of one file.
+#define JQ_AT_EVERY_CPU_LEVEL(Suite)                                       \
+  INSTANTIATE_TEST_SUITE_P(Level, Suite, ::testing::ValuesIn(CpuLevels()), \
+                           [](const auto& level) { return level.param; })
+
+#endif  // JQ_TESTS_SUPPORT_PROPERTY_TEST_H
