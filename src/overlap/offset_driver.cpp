@@ -16,6 +16,11 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
     }
   }
 
+  // What the caller holds is written last, so that a failure leaves it alone.
+  stitchflags record = flags;
+  cv::Point boxMin = minPoint, boxMax = maxPoint;
+  cv::Mat mosaic = mosaicImage;
+
   if (frameIndex == 0) {
     const int rows = refImage.rows, cols = refImage.cols;
     // An odd size puts the frame one pixel further right or down.
@@ -25,11 +30,11 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
     refImage.copyTo(canvas(cv::Rect(position, refImage.size())));
     m_nImageRows = rows;
     m_nImageCols = cols;
-    flags.positionX = position.x;
-    flags.positionY = position.y;
-    minPoint = position;
-    maxPoint = position + cv::Point(cols, rows);
-    mosaicImage = canvas;
+    record.positionX = position.x;
+    record.positionY = position.y;
+    boxMin = position;
+    boxMax = position + cv::Point(cols, rows);
+    mosaic = canvas;
   }
 
   if (m_nOverlapMode == 0) {
@@ -37,14 +42,20 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
     m_fDefinitionThreshold = m_nUsePresets != 0 ? m_fDefinitionPreset : 128.0f;
     // The offset of the previous call: the new frame is registered afterwards.
     cv::Mat mosaicPart, framePart;
-    TakeOutOverLapImageFromMoasicImage(cv::Point(flags.positionX, flags.positionY), flags.offsetX,
-                                       flags.offsetY, mosaicImage, curImage, mosaicPart, framePart);
-    CalacOverLapImageFlages(flags.offsetX, flags.offsetY, curImage.rows, curImage.cols, mosaicPart,
-                            framePart, flags.overlapFlag);
+    TakeOutOverLapImageFromMoasicImage(cv::Point(record.positionX, record.positionY),
+                                       record.offsetX, record.offsetY, mosaic, curImage, mosaicPart,
+                                       framePart);
+    CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
+                            mosaicPart, framePart, record.overlapFlag);
   } else {
     m_nFlagThreshold = m_nUsePresets != 0 ? m_nFlagPreset : 255;
-    flags.overlapFlag = ImageMotionModel(prevImage, curImage) < m_nFlagThreshold ? 1 : 0;
+    record.overlapFlag = ImageMotionModel(prevImage, curImage) < m_nFlagThreshold ? 1 : 0;
   }
 
-  ImageMosaicFun(refImage, curImage, flags.offsetX, flags.offsetY, flags.matchCount);
+  ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);
+
+  minPoint = boxMin;
+  maxPoint = boxMax;
+  mosaicImage = mosaic;
+  flags = record;
 }

@@ -35,7 +35,8 @@ Overlap CutOverlap(const cv::Point& origin, int dx, int dy, const cv::Mat& first
   // Each axis is cut by the sign of its own shift; zero counts as non-negative.
   const Ranges x = CutAxis(origin.x, dx, second.cols);
   const Ranges y = CutAxis(origin.y, dy, second.rows);
-  return {first.rowRange(y.first).colRange(x.first), second.rowRange(y.second).colRange(x.second)};
+  // Both axes at once: a view without rows has no columns left to take a range of.
+  return {first(y.first, x.first), second(y.second, x.second)};
 }
 
 }  // namespace jqstitching
