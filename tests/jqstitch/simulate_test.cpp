@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "jqstitch/run_program.h"
+#include "simulate/random_stream.h"
 
 namespace jqstitch_test {
 namespace {
@@ -123,6 +124,45 @@ TEST(Simulate, FramesComeFromTheGivenPicture) {
   // Two lines of two, in the middle: 240 x 120 of 700 x 500.
   EXPECT_EQ(truth[0].x, 230);
   EXPECT_EQ(truth[0].y, 190);
+}
+
+// --- generator ----------------------------------------------------------------
+
+// Published first outputs of splitmix64.
+TEST(RandomStream, IsSplitmix64) {
+  jqstitch::RandomStream zero(0);
+  EXPECT_EQ(zero.Next(), 0xe220a8397b1dcdafU);
+  EXPECT_EQ(zero.Next(), 0x6e789e6aa1b965f4U);
+  EXPECT_EQ(zero.Next(), 0x06c45d188009454fU);
+  jqstitch::RandomStream other(1234567);
+  EXPECT_EQ(other.Next(), 6457827717110365317U);
+  EXPECT_EQ(other.Next(), 3203168211198807973U);
+}
+
+TEST(RandomStream, BetweenReachesBothEndsAndNoFurther) {
+  jqstitch::RandomStream stream(3);
+  bool seen[5] = {};
+  for (int i = 0; i < 1000; ++i) {
+    const int value = stream.Between(-2, 2);
+    ASSERT_GE(value, -2);
+    ASSERT_LE(value, 2);
+    seen[value + 2] = true;
+  }
+  for (const bool one : seen) EXPECT_TRUE(one);
+}
+
+TEST(RandomStream, BellHasItsDeviation) {
+  jqstitch::RandomStream stream(9);
+  double sum = 0;
+  double squares = 0;
+  constexpr int kDraws = 200000;
+  for (int i = 0; i < kDraws; ++i) {
+    const double value = stream.Bell() / jqstitch::RandomStream::kBellDeviation;
+    sum += value;
+    squares += value * value;
+  }
+  EXPECT_NEAR(sum / kDraws, 0.0, 0.01);
+  EXPECT_NEAR(squares / kDraws, 1.0, 0.01);
 }
 
 // --- determinism --------------------------------------------------------------
@@ -333,6 +373,16 @@ TEST(SimulateSlide, HasContentEverywhereAndNoBlack) {
       EXPECT_GT(deviation[1], 5.0) << x << ", " << y;
     }
   }
+}
+
+TEST(SimulateSlide, ALargerSceneShowsMoreOfTheSameSlide) {
+  TemporaryFolder folder;
+  Simulate(folder / "a", {"-n", "1", "--scene", folder / "small.png", "--seed", "4"});
+  Simulate(folder / "b", {"-n", "9", "--scene", folder / "large.png", "--seed", "4"});
+  const cv::Mat small = cv::imread(folder / "small.png");
+  const cv::Mat large = cv::imread(folder / "large.png");
+  ASSERT_GT(large.cols, small.cols);
+  EXPECT_TRUE(SamePixels(small, large(cv::Rect(cv::Point(), small.size()))));
 }
 
 // --- output folder ----------------------------------------------------------------

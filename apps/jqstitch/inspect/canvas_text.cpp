@@ -6,7 +6,8 @@
 namespace jqstitch {
 namespace {
 
-constexpr int kFont = cv::FONT_HERSHEY_SIMPLEX;
+constexpr int kPlain = cv::FONT_HERSHEY_SIMPLEX;
+constexpr int kBold = cv::FONT_HERSHEY_DUPLEX;  // a double stroke
 constexpr double kFontScale = 0.5;
 
 // One '?' per character, not per byte, of whatever is not ASCII.
@@ -24,7 +25,8 @@ std::string AsciiOnly(const std::string& text) {
 }
 
 bool Fits(const std::string& text, int width, bool bold) {
-  return cv::getTextSize(AsciiOnly(text), kFont, kFontScale, bold ? 2 : 1, nullptr).width <= width;
+  return cv::getTextSize(AsciiOnly(text), bold ? kBold : kPlain, kFontScale, 1, nullptr).width <=
+         width;
 }
 
 }  // namespace
@@ -47,8 +49,8 @@ std::vector<std::string> WrapText(const std::string& text, int width, bool bold)
 
 void WriteText(cv::Mat& picture, int x, int y, const std::string& text, const cv::Scalar& colour,
                bool bold) {
-  cv::putText(picture, AsciiOnly(text), cv::Point(x, y + 15), kFont, kFontScale, colour,
-              bold ? 2 : 1, cv::LINE_AA);
+  cv::putText(picture, AsciiOnly(text), cv::Point(x, y + 15), bold ? kBold : kPlain, kFontScale,
+              colour, 1, cv::LINE_AA);
 }
 
 void DrawDashedLine(cv::Mat& picture, cv::Point from, cv::Point to, const cv::Scalar& colour) {

@@ -1,5 +1,6 @@
 #include "inspect/pair_analysis.h"
 
+#include <cmath>
 #include <cstdio>
 #include <opencv2/imgproc.hpp>
 
@@ -77,11 +78,15 @@ void JudgeOverlap(JQStitchingAlgorithm& engine, const cv::Mat& first, const cv::
     float definition = 0;
     engine.CalacOverLapImageBright(pair.first, pair.second, bright);
     engine.CalacOverLapImageDefinition(pair.first, pair.second, definition);
-    std::snprintf(words, sizeof(words),
-                  "brightness differs by %.1f (limit %.0f), sharpness by %.1f (limit %.0f)",
+    char sharpness[64] = "sharpness cannot be compared on so flat a picture";
+    if (!std::isnan(definition)) {
+      std::snprintf(sharpness, sizeof(sharpness), "sharpness by %.1f (limit %.0f)",
+                    static_cast<double>(definition),
+                    static_cast<double>(engine.m_fDefinitionThreshold));
+    }
+    std::snprintf(words, sizeof(words), "brightness differs by %.1f (limit %.0f), %s",
                   static_cast<double>(bright), static_cast<double>(engine.m_fBrightThreshold),
-                  static_cast<double>(definition),
-                  static_cast<double>(engine.m_fDefinitionThreshold));
+                  sharpness);
   }
   pair.overlapWords = words;
 }

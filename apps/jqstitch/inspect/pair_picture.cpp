@@ -232,6 +232,13 @@ void AddFusion(cv::Mat& picture, const PairAnalysis& pair) {
 cv::Mat DrawPair(const PairAnalysis& pair, const PictureSettings& settings) {
   cv::Mat picture(kMargin, settings.width, CV_8UC3, kPaper);
   AddText(picture, pair.verdict, true);
+  if (pair.support > 0) {
+    AddText(picture, "Offset of B in A: (" + std::to_string(pair.offset.x) + ", " +
+                         std::to_string(pair.offset.y) + "), on which " +
+                         std::to_string(pair.support) + " of " +
+                         std::to_string(pair.inlier.size()) + " matches agree" +
+                         (pair.support < 11 ? ", too few to trust it" : ""));
+  }
   AddText(picture,
           "Overlap test: " + pair.overlapWords + (pair.overlapFit ? ", fit" : ", not fit"));
   AddStrip(picture, kMargin);
