@@ -51,10 +51,14 @@ bool StopRequested() {
 
 const char* StopReason() {
   switch (g_signal) {
-    case 0: return "";
-    case SIGTERM: return "SIGTERM";
-    case SIGHUP: return "SIGHUP";
-    default: return "Ctrl-C";
+    case 0:
+      return "";
+    case SIGTERM:
+      return "SIGTERM";
+    case SIGHUP:
+      return "SIGHUP";
+    default:
+      return "Ctrl-C";
   }
 }
 

@@ -1,12 +1,89 @@
 #include "live/live_command.h"
 
 #include <CLI/CLI.hpp>
+#include <memory>
+#include <opencv2/core/utility.hpp>
+
+#include "exit_codes.h"
+#include "input_error.h"
+#include "live/live_run.h"
 
 namespace jqstitch {
+namespace {
+
+constexpr char kExamples[] =
+    R"(A folder is taken in natural order (2 before 10). Ctrl-C ends the run and saves what has been
+stitched; a second Ctrl-C ends it at once.
+
+Examples:
+  jqstitch live frames/ -o mosaic.png
+  jqstitch live pass.mp4 -o mosaic.png --every 5 --report report.html
+  jqstitch live 0 -o mosaic.png --preview now.jpg --save-every 30
+  jqstitch live frames/ -o mosaic.png --truth frames/truth.csv --json
+
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+
+void AddOptions(CLI::App& command, LiveOptions& o) {
+  command
+      .add_option("SOURCE", o.source, "pictures, a folder, a video file, or the number of a camera")
+      ->required();
+  AddRunOptions(command, o.run);
+  command
+      .add_option("--overlap-mode", o.settings.overlapMode,
+                  "fitness of a frame: 0 by overlap with the picture (default), 1 by little motion")
+      ->type_name("0|1")
+      ->check(CLI::Range(0, 1));
+  command
+      .add_option("--detect-level", o.settings.detectLevel,
+                  "works at 1/N of the size, 1 to 7; the picture is as small (1)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 7));
+  command
+      .add_option("--corner-budget", o.settings.cornerBudget,
+                  "more corners, slower and surer, 0 to 100 (8)")
+      ->type_name("N")
+      ->check(CLI::Range(0, 100));
+  command.add_option("--every", o.every, "takes every Nth frame only (1)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000000));
+  command.add_option("--max-frames", o.maxFrames, "ends after N frames")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000000000));
+  command.add_option("--fps", o.fps, "pace of the replay, frames per second (as fast as it goes)")
+      ->type_name("N")
+      ->check(CLI::Range(0.001, 10000.0));
+  command.add_option("--save-every", o.saveEvery, "saves the picture so far every N seconds")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.1, 1e6));
+  command
+      .add_option("--preview", o.preview,
+                  "a picture at display size, refreshed every second while frames are placed")
+      ->type_name("FILE");
+}
+
+int RunLive(const LiveOptions& options) {
+  Console console("live", options.run.quiet, options.run.json);
+  try {
+    if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
+    CheckOutputs(options.run, options.preview);
+    CheckNoInputIsOutput(options.source, OutputPaths(options.run, options.preview));
+    return LiveRun(options, console).Run();
+  } catch (const InputError& error) {
+    console.Complain(error.what());
+    console.Event({{"event", "error"}, {"text", error.what()}});
+    return kExitWrongInput;
+  }
+}
+
+}  // namespace
 
 void AddLiveCommand(CLI::App& program, int& exitCode) {
-  program.add_subcommand("live");
-  (void)exitCode;
+  CLI::App* command =
+      program.add_subcommand("live", "Stitch frame by frame: a folder, a video or a camera");
+  command->footer(kExamples);
+  const auto options = std::make_shared<LiveOptions>();
+  AddOptions(*command, *options);
+  command->callback([options, &exitCode] { exitCode = RunLive(*options); });
 }
 
 }  // namespace jqstitch

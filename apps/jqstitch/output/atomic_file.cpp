@@ -24,15 +24,21 @@ constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
 
 std::string Advice(int cause) {
   switch (cause) {
-    case ENOENT: return " (the folder is not there; make it first)";
-    case ENOTDIR: return " (a part of the path is a file, not a folder)";
+    case ENOENT:
+      return " (the folder is not there; make it first)";
+    case ENOTDIR:
+      return " (a part of the path is a file, not a folder)";
     case ENOSPC:
-    case EDQUOT: return " (free some space, or choose another disk)";
+    case EDQUOT:
+      return " (free some space, or choose another disk)";
     case EACCES:
     case EPERM:
-    case EROFS: return " (choose a folder that you may write to)";
-    case ENAMETOOLONG: return " (choose a shorter name)";
-    default: return "";
+    case EROFS:
+      return " (choose a folder that you may write to)";
+    case ENAMETOOLONG:
+      return " (choose a shorter name)";
+    default:
+      return "";
   }
 }
 

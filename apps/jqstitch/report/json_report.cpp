@@ -1,0 +1,95 @@
+#include "report/json_report.h"
+
+using nlohmann::json;
+
+namespace jqstitch {
+namespace {
+
+json SizeJson(cv::Size size) {
+  return {{"width", size.width}, {"height", size.height}};
+}
+
+json PointJson(cv::Point point) {
+  return {{"x", point.x}, {"y", point.y}};
+}
+
+}  // namespace
+
+json FrameJson(const FrameResult& frame) {
+  json entry = {{"name", frame.name},
+                {"number", frame.number},
+                {"placed", frame.verdict == Verdict::kPlaced},
+                {"verdict", VerdictName(frame.verdict)},
+                {"seconds", frame.seconds}};
+  if (frame.verdict == Verdict::kPlaced) entry["position"] = PointJson(frame.position);
+  if (!frame.reason.empty()) entry["reason"] = frame.reason;
+  if (!frame.advice.empty()) entry["advice"] = frame.advice;
+  if (!frame.note.empty()) entry["note"] = frame.note;
+  if (frame.registered) {
+    entry["matches"] = frame.matches;
+    if (frame.verdict != Verdict::kPlaced) {
+      entry["offset"] = PointJson(frame.offset);
+      entry["shiftPercent"] = frame.shiftPercent;
+    }
+  }
+  return entry;
+}
+
+json TruthJson(const TruthComparison& truth) {
+  json result = {{"compared", truth.errors.size()}, {"unknown", truth.unknown}};
+  if (!truth.errors.empty()) {
+    result["neighbour"] = {{"median", truth.neighbourMedian}, {"maximum", truth.neighbourMaximum}};
+    result["absolute"] = {{"median", truth.absoluteMedian}, {"maximum", truth.absoluteMaximum}};
+  }
+  return result;
+}
+
+json OutcomeJson(const RunRecord& record) {
+  json result = {{"outcome", OutcomeName(record)}, {"frames", record.frames.size()},
+                 {"placed", CountPlaced(record)},  {"skipped", record.skipped},
+                 {"seconds", record.seconds},      {"notes", record.notes}};
+  result["stoppedBy"] = record.stoppedBy.empty() ? json() : json(record.stoppedBy);
+  result["picture"] = json();
+  if (!record.picture.empty()) {
+    result["picture"] = {{"path", record.picture},
+                         {"size", SizeJson(record.pictureSize)},
+                         {"trimmedBy", record.trimmedBy},
+                         {"firstFrame", PointJson(record.firstCorner)}};
+  }
+  if (record.truth) result["truth"] = TruthJson(*record.truth);
+  return result;
+}
+
+json ReportJson(const RunRecord& record) {
+  json report = OutcomeJson(record);
+  report["program"] = "jqstitch " JQSTITCH_VERSION;
+  report["command"] = record.command;
+  report["settings"] = {{"overlapMode", record.settings.overlapMode},
+                        {"detectLevel", record.settings.detectLevel},
+                        {"cornerBudget", record.settings.cornerBudget}};
+  report["frameSize"] = SizeJson(record.frameSize);
+  report["workingSize"] = SizeJson(record.workingSize);
+  json frames = json::array();
+  for (const FrameResult& frame : record.frames) {
+    json entry = FrameJson(frame);
+    if (frame.verdict == Verdict::kPlaced) {
+      entry["corner"] = PointJson(CornerInPicture(record, frame));
+    }
+    frames.push_back(std::move(entry));
+  }
+  if (record.truth) {
+    for (const PositionError& error : record.truth->errors) {
+      json& entry = frames[error.frame];
+      entry["absoluteError"] = error.absolute;
+      if (error.neighbour >= 0) entry["neighbourError"] = error.neighbour;
+    }
+  }
+  report["list"] = std::move(frames);
+  return report;
+}
+
+std::string JsonText(const json& document) {
+  return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace jqstitch

@@ -1,0 +1,115 @@
+#include "run/recorder.h"
+
+#include <filesystem>
+#include <new>
+
+#include "exit_codes.h"
+#include "input_error.h"
+#include "output/atomic_file.h"
+#include "report/html_report.h"
+#include "report/json_report.h"
+#include "report/summary.h"
+
+namespace jqstitch {
+namespace {
+
+bool IsJsonReport(const std::string& path) {
+  return std::filesystem::path(path).extension() == ".json";
+}
+
+}  // namespace
+
+Recorder::Recorder(const std::string& command, const RunOptions& options, Console& console)
+    : m_options(options), m_console(console), m_start(std::chrono::steady_clock::now()) {
+  m_record.command = command;
+  if (!options.truth.empty()) m_truth = Truth::Read(options.truth);
+}
+
+void Recorder::Begin(int total) {
+  m_start = std::chrono::steady_clock::now();
+  m_console.Event({{"event", "start"},
+                   {"command", m_record.command},
+                   {"total", total > 0 ? nlohmann::json(total) : nlohmann::json()},
+                   {"output", m_options.output}});
+  m_console.StartProgress(total, "frames");
+}
+
+void Recorder::Add(const FrameResult& result) {
+  m_record.frames.push_back(result);
+  nlohmann::json event = FrameJson(result);
+  event["event"] = "frame";
+  m_console.Event(event);
+  m_console.Progress(static_cast<int>(m_record.frames.size()));
+}
+
+void Recorder::NoteStopped(const std::string& by) {
+  m_record.stoppedBy = by;
+  Note("Stopped by " + by + "; what had been stitched until then is saved");
+}
+
+void Recorder::Fail(const std::string& what) {
+  m_console.Complain(what);
+  m_console.Event({{"event", "error"}, {"text", what}});
+}
+
+bool Recorder::Save(const Picture& picture, cv::Mat& image) {
+  std::string problem;
+  try {
+    image = WithBackground(picture.image, m_options.background);
+    m_record.picture = SavePictureSomehow(m_options.output, image, problem);
+  } catch (const InputError& error) {
+    problem = error.what();
+  } catch (const std::bad_alloc&) {
+    problem = "cannot write '" + m_options.output + "': out of memory";
+  }
+  if (!problem.empty()) Fail(problem);
+  if (m_record.picture.empty()) return false;
+  m_record.pictureSize = image.size();
+  m_record.trimmedBy = picture.trimmedBy;
+  m_console.Event({{"event", "picture"},
+                   {"path", m_record.picture},
+                   {"width", image.cols},
+                   {"height", image.rows},
+                   {"final", true}});
+  return problem.empty();
+}
+
+bool Recorder::WriteReports(const cv::Mat& image) {
+  bool written = true;
+  for (const std::string& path : m_options.reports) {
+    try {
+      const std::string text =
+          IsJsonReport(path) ? JsonText(ReportJson(m_record))
+                             : HtmlReport(m_record, m_record.picture.empty() ? cv::Mat() : image);
+      WriteFileAtomically(path, text.data(), text.size());
+    } catch (const std::exception& error) {
+      Fail(error.what());
+      written = false;
+    }
+  }
+  return written;
+}
+
+int Recorder::Deliver(const Picture& picture) {
+  m_console.EndProgress();
+  cv::Mat image;
+  const bool saved = !picture.image.empty() && Save(picture, image);
+  m_record.seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+  if (m_truth) {
+    const cv::Point2d scale(
+        static_cast<double>(m_record.frameSize.width) / std::max(1, m_record.workingSize.width),
+        static_cast<double>(m_record.frameSize.height) / std::max(1, m_record.workingSize.height));
+    m_record.truth = CompareWithTruth(m_record.frames, *m_truth, scale);
+  }
+  const bool reported = WriteReports(image);
+  const int exitCode = saved && reported ? OutcomeExitCode(m_record) : int(kExitWrongInput);
+  m_console.Say(SummaryText(m_record));
+  nlohmann::json event = OutcomeJson(m_record);
+  event["event"] = "summary";
+  event["exitCode"] = exitCode;
+  m_console.Event(event);
+  return exitCode;
+}
+
+}  // namespace jqstitch

@@ -1,0 +1,109 @@
+#include "run/run_options.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+
+#include "input/path_list.h"
+#include "input_error.h"
+#include "output/atomic_file.h"
+#include "output/picture_format.h"
+
+namespace fs = std::filesystem;
+
+namespace jqstitch {
+namespace {
+
+std::array<int, 3> ParseColour(const std::string& text) {
+  std::array<int, 3> colour{};
+  char rest = 0;
+  const bool digitsOnly = text.find_first_not_of("0123456789,") == std::string::npos;
+  const int read =
+      std::sscanf(text.c_str(), "%4d,%4d,%4d%c", &colour[0], &colour[1], &colour[2], &rest);
+  if (!digitsOnly || read != 3 || colour[0] > 255 || colour[1] > 255 || colour[2] > 255) {
+    throw CLI::ValidationError("--background",
+                               "'" + text +
+                                   "' is not a colour R,G,B of three numbers from 0 to 255, "
+                                   "such as 255,255,255");
+  }
+  return colour;
+}
+
+std::string CheckReportName(const std::string& path) {
+  const std::string extension = fs::path(path).extension().string();
+  if (extension == ".json" || extension == ".html" || extension == ".htm") return std::string();
+  return "'" + path + "' ends neither in .json nor in .html";
+}
+
+// One file under two spellings, also while it does not exist yet.
+bool IsSamePlace(const std::string& a, const std::string& b) {
+  std::error_code error;
+  return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error) || IsSameFile(a, b);
+}
+
+}  // namespace
+
+void AddRunOptions(CLI::App& command, RunOptions& options) {
+  command.add_option("-o,--output", options.output, "picture to write, such as mosaic.png")
+      ->required()
+      ->type_name("FILE");
+  command.add_flag("--trim,!--no-trim", options.trim,
+                   "cut the picture to the placed frames (default), or keep its black border");
+  command
+      .add_option_function<std::string>(
+          "--background",
+          [&options](const std::string& text) { options.background = ParseColour(text); },
+          "colour of what no frame covers, 0 to 255 each (black)")
+      ->type_name("R,G,B");
+  command
+      .add_option("--report", options.reports,
+                  "write a report: FILE.json, or FILE.html with the path of the frames; repeatable")
+      ->type_name("FILE")
+      ->allow_extra_args(false)
+      ->check(CheckReportName);
+  command
+      .add_option("--truth", options.truth,
+                  "compare the placed frames with their true corners (lines file,x,y)")
+      ->type_name("FILE");
+  command.add_flag("--json", options.json, "one event a line on standard output, as JSON");
+  command.add_flag("-q,--quiet", options.quiet, "print nothing but errors");
+  command.add_option("--threads", options.threads, "threads of the image library (all cores)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1024));
+}
+
+std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview) {
+  std::vector<std::string> paths = {options.output};
+  paths.insert(paths.end(), options.reports.begin(), options.reports.end());
+  if (!preview.empty()) paths.push_back(preview);
+  return paths;
+}
+
+void CheckOutputs(const RunOptions& options, const std::string& preview) {
+  CheckPictureFormat(options.output);
+  if (!preview.empty()) CheckPictureFormat(preview);
+  const std::vector<std::string> paths = OutputPaths(options, preview);
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      if (IsSamePlace(paths[i], paths[k])) {
+        throw InputError("'" + paths[k] + "' and '" + paths[i] +
+                         "' are one file; give every output its own");
+      }
+    }
+    CheckWritable(paths[i]);
+  }
+}
+
+void CheckNoInputIsOutput(const std::vector<std::string>& inputs,
+                          const std::vector<std::string>& outputs) {
+  for (const std::string& output : outputs) {
+    for (const std::string& input : inputs) {
+      if (IsSameFile(input, output)) {
+        throw InputError("'" + output +
+                         "' is one of the frames and would be overwritten; choose "
+                         "another name");
+      }
+    }
+  }
+}
+
+}  // namespace jqstitch

@@ -1,0 +1,42 @@
+#ifndef JQSTITCH_RUN_RUN_OPTIONS_H
+#define JQSTITCH_RUN_RUN_OPTIONS_H
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace jqstitch {
+
+/// What `batch` and `live` have in common.
+struct RunOptions {
+  std::string output;
+  bool trim = true;
+  std::optional<std::array<int, 3>> background;  ///< red, green, blue
+  std::vector<std::string> reports;              ///< .json or .html
+  std::string truth;
+  bool json = false;
+  bool quiet = false;
+  int threads = 0;  ///< 0: as many as the image library likes
+};
+
+/// Adds the options. `options` must outlive the parsing.
+void AddRunOptions(CLI::App& command, RunOptions& options);
+
+/// Finds out, before any work, whether everything can be written: formats, paths,
+/// and that no two outputs nor an input and an output are one file. Raises
+/// `InputError`.
+void CheckOutputs(const RunOptions& options, const std::string& preview);
+void CheckNoInputIsOutput(const std::vector<std::string>& inputs,
+                          const std::vector<std::string>& outputs);
+
+/// All files that the run writes.
+std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview);
+
+}  // namespace jqstitch
+
+#endif  // JQSTITCH_RUN_RUN_OPTIONS_H
