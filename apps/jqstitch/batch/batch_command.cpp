@@ -1,12 +1,65 @@
 #include "batch/batch_command.h"
 
 #include <CLI/CLI.hpp>
+#include <memory>
+#include <opencv2/core/utility.hpp>
+
+#include "batch/batch_run.h"
+#include "exit_codes.h"
+#include "input_error.h"
 
 namespace jqstitch {
+namespace {
+
+constexpr char kExamples[] =
+    R"(All pictures must have one size. A folder is taken in natural order (2 before 10), files as
+given. Ctrl-C ends the run and saves what has been stitched; a second Ctrl-C ends it at once.
+
+Examples:
+  jqstitch batch scans/ -o mosaic.png
+  jqstitch batch a.png b.png c.png -o mosaic.tif --background 255,255,255
+  find . -name '*.jpg' | sort -V | jqstitch batch --list - -o mosaic.png --report report.html
+  jqstitch batch --natural shot*.png -o mosaic.png --json
+
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+
+void AddOptions(CLI::App& command, BatchOptions& o) {
+  command.add_option("FILES", o.paths, "pictures and folders, in stitching order");
+  command.add_option("--list", o.list, "file with one path a line; - for standard input")
+      ->type_name("FILE");
+  command.add_flag("--natural", o.natural, "sort all files by name, 2 before 10");
+  command.add_flag("--skip-bad", o.skipBad,
+                   "leave out unreadable files and those of another size than most");
+  AddRunOptions(command, o.run);
+}
+
+int RunBatch(const BatchOptions& options) {
+  Console console("batch", options.run.quiet, options.run.json);
+  try {
+    if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
+    CheckOutputs(options.run, std::string());
+    return BatchRun(options, console).Run();
+  } catch (const InputError& error) {
+    console.Complain(error.what());
+    console.Event({{"event", "error"}, {"text", error.what()}});
+    return kExitWrongInput;
+  }
+}
+
+}  // namespace
 
 void AddBatchCommand(CLI::App& program, int& exitCode) {
-  program.add_subcommand("batch");
-  (void)exitCode;
+  CLI::App* command =
+      program.add_subcommand("batch", "Stitch picture files of one size, in order, in one go");
+  command->footer(kExamples);
+  const auto options = std::make_shared<BatchOptions>();
+  AddOptions(*command, *options);
+  command->callback([options, &exitCode] {
+    if (options->paths.empty() && options->list.empty()) {
+      throw CLI::RequiredError("FILES, or --list FILE,");
+    }
+    exitCode = RunBatch(*options);
+  });
 }
 
 }  // namespace jqstitch

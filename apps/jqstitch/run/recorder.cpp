@@ -36,10 +36,14 @@ void Recorder::Begin(int total) {
 
 void Recorder::Add(const FrameResult& result) {
   m_record.frames.push_back(result);
+  Tell(result, static_cast<int>(m_record.frames.size()));
+}
+
+void Recorder::Tell(const FrameResult& result, int done) {
   nlohmann::json event = FrameJson(result);
   event["event"] = "frame";
   m_console.Event(event);
-  m_console.Progress(static_cast<int>(m_record.frames.size()));
+  m_console.Progress(done);
 }
 
 void Recorder::NoteStopped(const std::string& by) {

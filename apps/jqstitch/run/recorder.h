@@ -21,8 +21,10 @@ class Recorder {
 
   /// Says that the run begins. @param total frames; 0 when nobody knows
   void Begin(int total);
-  /// One more frame is done.
+  /// One more frame is done: keeps and tells it.
   void Add(const FrameResult& result);
+  /// Only tells it. @param done frames so far
+  void Tell(const FrameResult& result, int done);
   /// A sentence for the summary.
   void Note(const std::string& text) { m_record.notes.push_back(text); }
   /// The run was asked to stop by a signal.
