@@ -11,4 +11,6 @@ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DJQ_BUILD_APPS
   { cat "$build.log"; exit 1; }
 cmake --build "$build" --target jqbench_report >>"$build.log" 2>&1 || { cat "$build.log"; exit 1; }
 rm -f "$build.log"
+JQ_BENCH_COMMIT=$(git -C "$root" describe --always --dirty 2>/dev/null || echo unknown)
+export JQ_BENCH_COMMIT
 exec "$build/bench/jqbench_report" "$@"

@@ -2,30 +2,72 @@
 #include <opencv2/core.hpp>
 #include <string>
 
+#include "report/flat_section.h"
+#include "report/heap_count.h"
 #include "report/live_section.h"
+#include "report/memory_section.h"
 #include "report/options.h"
+#include "report/pair_section.h"
+#include "report/process.h"
 
 namespace {
 
 using namespace jqbench;
 
+void Print(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+  std::fflush(stdout);
+}
+
+// The scan stitcher and the whole-frame transforms say nothing new beyond this.
+bool SuitsComparison(cv::Size size) {
+  return size.area() <= 8000000;
+}
+
 bool LiveSection(const Options& options) {
   constexpr int kFrames = 48;
   std::string checks;
   bool equal = true;
-  std::printf("%s", TimesHeader().c_str());
+  Print("\n## Live run\n\n" + TimesHeader());
   for (const cv::Size size : options.sizes) {
     for (const int mode : options.modes) {
       const LiveResult result = RunLive({size, mode, options.framesFor(size, kFrames)});
       const std::string label = cv::format("live %dx%d, mode %d", size.width, size.height, mode);
-      std::printf("%s", TimesRows(label, result.times).c_str());
-      std::fflush(stdout);
+      Print(TimesRows(label, result.times));
       checks += EqualityLine(label, result.equality);
       equal = equal && result.equality.holds();
     }
   }
-  std::printf("\n%s\n", checks.c_str());
+  Print("\n" + checks);
   return equal;
+}
+
+bool PairSection(const Options& options) {
+  bool equal = true;
+  Print("\n## Registration of a pair\n\n" + PairHeader());
+  for (const cv::Size size : options.sizes) {
+    if (SuitsComparison(size)) Print(PairRows(size, equal));
+  }
+  Print(std::string("\nlibrary and plain twin equal: ") + (equal ? "yes" : "NO") + "\n");
+  return equal;
+}
+
+void MemorySection(const Options& options) {
+  Print("\n## Memory\n\n");
+  if (!HeapIsCounted()) {
+    Print("The heap is not counted in this build.\n");
+    return;
+  }
+  Print(MemoryHeader());
+  for (const cv::Size size : options.sizes) {
+    for (const int mode : options.modes) Print(MemoryRows(size, mode));
+  }
+}
+
+void FlatSection(const Options& options) {
+  constexpr std::size_t kLarge = 1000000000;
+  Print("\n## Time against the size of the mosaic\n\n");
+  Print(options.quick ? FlatTable({320, 240}, 10000000, 20) : FlatTable({2592, 1944}, kLarge, 60));
 }
 
 }  // namespace
@@ -36,6 +78,10 @@ int main(int argc, char** argv) {
   if (!ParseOptions(argc, argv, options, exitCode)) return exitCode;
   cv::setNumThreads(1);
   bool equal = true;
+  Print(Circumstances(argc, argv));
   if (options.wants("live")) equal = LiveSection(options) && equal;
+  if (options.wants("pair")) equal = PairSection(options) && equal;
+  if (options.wants("memory")) MemorySection(options);
+  if (options.wants("flat")) FlatSection(options);
   return equal ? 0 : 1;
 }
