@@ -2,8 +2,10 @@
 
 #include <cstring>
 
+#include "jqimageconvert.h"
 #include "jqimagestitching.h"
-#include "report/plain_run.h"
+#include "reference/stitcher.h"
+#include "report/process.h"
 #include "report/same.h"
 #include "report/statistics.h"
 #include "support/host_record.h"
@@ -15,14 +17,6 @@ namespace {
 constexpr int kDetectLevel = 1;
 constexpr int kCornerBudget = 8;
 constexpr std::uint64_t kSeed = 20240501;
-
-bool SameResults(const JQImageStitching& library, const PlainRun& plain) {
-  return SameFlags(library.GetStitchFlags(), plain.flags()) &&
-         library.IsLastFrameAccepted() == plain.lastPlaced() &&
-         library.GetContentMin() == plain.contentMin() &&
-         library.GetContentMax() == plain.contentMax() &&
-         SamePixels(library.GetMosaic(), plain.mosaic());
-}
 
 FrameKind KindOf(bool placed, bool grown, bool newReference) {
   if (placed) return grown ? FrameKind::kPlacedGrown : FrameKind::kPlaced;
@@ -39,20 +33,27 @@ LiveResult RunLive(const LiveCase& what) {
 
   LiveResult result;
   JQImageStitching library;
-  PlainRun plain;
+  reference::Stitcher plain;
   bool newReference = false;
   for (int i = 0; i < what.frames; ++i) {
     const cv::Mat picture = scene.frame(i, path[static_cast<size_t>(i)]);
     _tagJQIMG record = HostRecord(picture);
     const cv::Size before = library.GetMosaic().size();
     double libraryMs = 0, plainMs = 0;
+    long faults = 0;
+    const _tagJQIMG* fromLibrary = nullptr;
+    const _tagJQIMG* fromPlain = nullptr;
     const auto runLibrary = [&] {
-      libraryMs = Milliseconds(
-          [&] { library.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget); });
+      const long faultsBefore = MinorFaults();
+      libraryMs = Milliseconds([&] {
+        fromLibrary = library.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget);
+      });
+      faults = MinorFaults() - faultsBefore;
     };
     const auto runPlain = [&] {
-      plainMs = Milliseconds(
-          [&] { plain.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget); });
+      plainMs = Milliseconds([&] {
+        fromPlain = plain.Stitching(&record, what.overlapMode, kDetectLevel, kCornerBudget);
+      });
     };
     if (i % 2 == 0) {
       runLibrary();
@@ -62,14 +63,23 @@ LiveResult RunLive(const LiveCase& what) {
       runLibrary();
     }
     ++result.equality.frames;
-    result.equality.equal += SameResults(library, plain) ? 1 : 0;
+    result.equality.equal +=
+        SameRun(library, plain) && SameRecord(*fromLibrary, *fromPlain) ? 1 : 0;
     // The first frame only starts the run, the second one makes the mosaic.
     const bool placed = library.IsLastFrameAccepted();
     if (i >= 2) {
       const FrameKind kind = KindOf(placed, library.GetMosaic().size() != before, newReference);
       result.times[static_cast<size_t>(kind)].add(libraryMs, plainMs);
+      if (kind == FrameKind::kNotPlaced) result.faults.push_back(static_cast<double>(faults));
     }
     newReference = placed;
+    if (i == 0) {
+      cv::Mat converted;
+      result.convertLibraryMs = Milliseconds([&] { ConvertJQImgToCv8UC3(&record, converted); });
+      converted.release();
+      result.convertPlainMs =
+          Milliseconds([&] { reference::ConvertJQImgToCv8UC3(&record, converted); });
+    }
   }
   return result;
 }

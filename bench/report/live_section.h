@@ -16,6 +16,9 @@ struct LiveCase {
 struct LiveResult {
   TimesByKind times;
   Equality equality;
+  std::vector<double> faults;   ///< page faults of the library's steady frames
+  double convertLibraryMs = 0;  ///< share of a frame spent on the host's record
+  double convertPlainMs = 0;
 };
 
 /// Hands every frame to the library and to the plain twin, one after the other

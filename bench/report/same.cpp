@@ -18,4 +18,22 @@ bool SameFlags(const stitchflags& a, const stitchflags& b) {
          a.positionX == b.positionX && a.positionY == b.positionY && a.overlapFlag == b.overlapFlag;
 }
 
+bool SameRecord(_tagJQIMG a, _tagJQIMG b) {
+  a.pixels = nullptr;
+  b.pixels = nullptr;
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+bool SameRun(const JQImageStitching& library, const reference::Stitcher& plain) {
+  return SameFlags(library.GetStitchFlags(), plain.m_algorithm.m_stitchFlags) &&
+         library.IsLastFrameAccepted() == plain.m_lastFramePlaced &&
+         library.GetFrameCount() == plain.m_nFrameCount &&
+         library.GetContentMin() == plain.m_mosaicMin &&
+         library.GetContentMax() == plain.m_mosaicMax &&
+         library.GetPlacedBounds() == plain.GetPlacedBounds() &&
+         library.GetOffsetPosition() == plain.GetOffsetPosition() &&
+         library.GetCurrentPosition() == plain.GetCurrentPosition() &&
+         SamePixels(library.GetMosaic(), plain.m_mosaic);
+}
+
 }  // namespace jqbench

@@ -3,13 +3,20 @@
 
 #include <opencv2/core.hpp>
 
-#include "jqstitchingalgorithm.h"
+#include "jqglobalclass.h"
+#include "jqimagestitching.h"
+#include "reference/stitcher.h"
 
 namespace jqbench {
 
 /// Size, type and every byte.
 bool SamePixels(const cv::Mat& a, const cv::Mat& b);
 bool SameFlags(const stitchflags& a, const stitchflags& b);
+/// Every byte but the pixel pointer; the pixels are compared as the mosaic.
+bool SameRecord(_tagJQIMG a, _tagJQIMG b);
+/// All that a host can ask after a frame: record of the stitch, verdict, content
+/// box, placed bounds and every pixel of the mosaic.
+bool SameRun(const JQImageStitching& library, const reference::Stitcher& plain);
 
 }  // namespace jqbench
 
