@@ -142,8 +142,8 @@ int BatchRun::Refuse() {
     }
     m_recorder.Add(result);
   }
-  m_console.Complain(
-      "nothing was stitched; correct these files, or leave them out with --skip-bad");
+  m_recorder.Note(
+      "Nothing was stitched; correct the files named, or leave them out with --skip-bad");
   return m_recorder.Deliver(Picture());
 }
 
@@ -168,7 +168,7 @@ Picture BatchRun::FinalPicture() {
   Picture picture = TakePicture(m_stitcher, m_options.run.trim);
   if (picture.image.empty()) {
     picture.image = m_judge->FirstFrame();
-    picture.trimmedBy = "nothing";
+    picture.trimmedBy = "placed frames";
   } else if (m_options.run.trim && IsContentBoxExact(m_stitcher)) {
     // Stopped early, the stitcher has not trimmed; the pixels are the same.
     if (m_trimmed != nullptr) picture.image = *m_trimmed;

@@ -8,7 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <opencv2/imgcodecs.hpp>
 
+#include "input/picture_reader.h"
 #include "input_error.h"
 
 namespace fs = std::filesystem;
@@ -25,6 +27,21 @@ bool HasPictureExtension(const fs::path& path) {
   for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return std::find(std::begin(kExtensions), std::end(kExtensions), extension) !=
          std::end(kExtensions);
+}
+
+bool IsOneOf(const fs::path& path, const std::vector<std::string>& others) {
+  return std::any_of(others.begin(), others.end(),
+                     [&](const std::string& other) { return IsSameFile(path.string(), other); });
+}
+
+void RefuseFrameAsOutput(const std::string& output, const std::string& frame) {
+  std::string why;
+  const cv::Size size = ReadPicture(output, cv::IMREAD_COLOR, why).size();
+  if (!size.empty() && size == ReadPicture(frame, cv::IMREAD_COLOR, why).size()) {
+    throw InputError("'" + output +
+                     "' looks like one of the frames and would be overwritten; "
+                     "choose another name");
+  }
 }
 
 QString NameOf(const std::string& path) {
@@ -66,7 +83,7 @@ bool LooksSortedByBytes(const std::vector<std::string>& paths) {
 
 std::vector<std::string> ListPictures(const std::string& folder,
                                       const std::vector<std::string>& leftOut) {
-  std::vector<std::string> pictures;
+  std::vector<std::string> pictures, outputs;
   bool hasFolders = false;
   try {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
@@ -75,11 +92,8 @@ std::vector<std::string> ListPictures(const std::string& folder,
       std::error_code error;
       if (entry.is_directory(error)) {
         hasFolders = true;
-      } else if (HasPictureExtension(path) &&
-                 std::none_of(leftOut.begin(), leftOut.end(), [&](const std::string& other) {
-                   return IsSameFile(path.string(), other);
-                 })) {
-        pictures.push_back(path.string());
+      } else if (HasPictureExtension(path)) {
+        (IsOneOf(path, leftOut) ? outputs : pictures).push_back(path.string());
       }
     }
   } catch (const fs::filesystem_error& error) {
@@ -91,6 +105,7 @@ std::vector<std::string> ListPictures(const std::string& folder,
                                  : " (looked for .png, .jpg, .tif, .bmp and the like)"));
   }
   SortNaturally(pictures);
+  for (const std::string& output : outputs) RefuseFrameAsOutput(output, pictures.front());
   return pictures;
 }
 

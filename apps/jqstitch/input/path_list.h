@@ -12,7 +12,9 @@ void SortNaturally(std::vector<std::string>& paths);
 
 /// The pictures of a folder by their extension, in natural order; not those in
 /// its subfolders, hidden ones, nor the ones in `leftOut` (pictures that the run
-/// itself writes). Raises `InputError` when there is none.
+/// itself writes, left there by an earlier run). Raises `InputError` when there is
+/// none, and when one of `leftOut` has the size of the others: it is a frame then,
+/// and would be overwritten.
 std::vector<std::string> ListPictures(const std::string& folder,
                                       const std::vector<std::string>& leftOut);
 

@@ -175,7 +175,7 @@ Picture LiveRun::FinalPicture() {
   picture = m_options.run.trim ? TrimPicture(m_stitcher) : TakePicture(m_stitcher, false);
   if (picture.image.empty()) {
     picture.image = m_judge->FirstFrame();
-    picture.trimmedBy = "nothing";
+    picture.trimmedBy = "placed frames";
   } else if (m_options.run.trim && picture.trimmedBy != "content box") {
     m_recorder.Note(
         "Trimmed to the placed frames, because the library's own box does not hold all of them");

@@ -38,7 +38,9 @@ json FrameJson(const FrameResult& frame) {
 json TruthJson(const TruthComparison& truth) {
   json result = {{"compared", truth.errors.size()}, {"unknown", truth.unknown}};
   if (!truth.errors.empty()) {
-    result["neighbour"] = {{"median", truth.neighbourMedian}, {"maximum", truth.neighbourMaximum}};
+    result["neighbour"] = {{"median", truth.neighbourMedian},
+                           {"maximum", truth.neighbourMaximum},
+                           {"axisMaximum", truth.neighbourAxisMaximum}};
     result["absolute"] = {{"median", truth.absoluteMedian}, {"maximum", truth.absoluteMaximum}};
   }
   return result;

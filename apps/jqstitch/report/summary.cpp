@@ -10,6 +10,7 @@ namespace jqstitch {
 namespace {
 
 // A video's frames are many and alike: neighbours with one verdict share a line.
+// Frames that were never reached always do.
 constexpr std::size_t kLongestList = 400;
 
 std::string Fixed(double value, int digits) {
@@ -28,19 +29,20 @@ std::string FrameText(const FrameResult& frame) {
 
 void AppendFrames(const RunRecord& record, std::string& text) {
   const std::vector<std::string> names = ShortNames(record.frames);
-  const bool share = record.frames.size() > kLongestList;
+  const bool many = record.frames.size() > kLongestList;
   for (std::size_t i = 0; i < names.size();) {
+    const FrameResult& first = record.frames[i];
+    const bool share = many || first.verdict == Verdict::kNotReached;
     std::size_t end = i + 1;
-    while (share && end < names.size() && record.frames[end].verdict == record.frames[i].verdict) {
-      ++end;
-    }
+    while (share && end < names.size() && record.frames[end].verdict == first.verdict) ++end;
     text += "  " + names[i];
     if (end - i == 1) {
-      text += ": " + FrameText(record.frames[i]) + "\n";
+      text += ": " + FrameText(first) + "\n";
     } else {
-      text += " to " + names[end - 1] + ": ";
-      text += record.frames[i].verdict == Verdict::kPlaced ? "" : "left out: ";
-      text += std::string(VerdictName(record.frames[i].verdict)) + "\n";
+      text += " to " + names[end - 1] + ": " + std::to_string(end - i);
+      text += first.verdict == Verdict::kPlaced ? " frames " : " frames left out: ";
+      text += first.verdict == Verdict::kNotReached ? first.reason : VerdictName(first.verdict);
+      text += "\n";
     }
     i = end;
   }
@@ -50,14 +52,12 @@ void AppendAdvice(const RunRecord& record, std::string& text) {
   std::map<Verdict, int> counts;
   std::map<Verdict, std::string> advice;
   for (const FrameResult& frame : record.frames) {
-    if (frame.verdict == Verdict::kPlaced) continue;
+    if (frame.verdict == Verdict::kPlaced || frame.advice.empty()) continue;
     ++counts[frame.verdict];
     advice[frame.verdict] = frame.advice;
   }
   for (const auto& [verdict, count] : counts) {
-    text += std::to_string(count) + " x " + VerdictName(verdict);
-    if (!advice[verdict].empty()) text += ": " + advice[verdict];
-    text += "\n";
+    text += std::to_string(count) + " x " + VerdictName(verdict) + ": " + advice[verdict] + "\n";
   }
 }
 
@@ -68,7 +68,8 @@ void AppendTruth(const TruthComparison& truth, std::string& text) {
   }
   text += "Position error in pixels: to the neighbour placed before, median " +
           Fixed(truth.neighbourMedian, 2) + ", maximum " + Fixed(truth.neighbourMaximum, 2) +
-          "; to the first frame, median " + Fixed(truth.absoluteMedian, 2) + ", maximum " +
+          " (along an axis " + Fixed(truth.neighbourAxisMaximum, 2) +
+          "); to the first frame, median " + Fixed(truth.absoluteMedian, 2) + ", maximum " +
           Fixed(truth.absoluteMaximum, 2) + "\n";
   if (truth.unknown > 0) {
     text += "  (" + std::to_string(truth.unknown) + " placed frames are not in the truth)\n";
@@ -92,7 +93,7 @@ std::string OutcomeText(const RunRecord& record) {
       return "None placed: no frame besides the first could be placed (" + std::to_string(total) +
              " frames)";
     default:
-      return "No picture: none of the " + std::to_string(total) + " frames could be used";
+      return "No picture: none of the " + std::to_string(total) + " frames was placed";
   }
 }
 

@@ -79,8 +79,6 @@ std::vector<std::string> OutputPaths(const RunOptions& options, const std::strin
 }
 
 void CheckOutputs(const RunOptions& options, const std::string& preview) {
-  CheckPictureFormat(options.output);
-  if (!preview.empty()) CheckPictureFormat(preview);
   const std::vector<std::string> paths = OutputPaths(options, preview);
   for (std::size_t i = 0; i < paths.size(); ++i) {
     for (std::size_t k = 0; k < i; ++k) {
@@ -91,6 +89,8 @@ void CheckOutputs(const RunOptions& options, const std::string& preview) {
     }
     CheckWritable(paths[i]);
   }
+  CheckPictureFormat(options.output);
+  if (!preview.empty()) CheckPictureFormat(preview);
 }
 
 void CheckNoInputIsOutput(const std::vector<std::string>& inputs,

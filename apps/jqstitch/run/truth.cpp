@@ -113,7 +113,10 @@ TruthComparison CompareWithTruth(const std::vector<FrameResult>& frames, const T
     entry.absolute = cv::norm(gap - firstGap);
     absolutes.push_back(entry.absolute);
     if (hasPrevious) {
-      entry.neighbour = cv::norm(gap - previousGap);
+      const cv::Point2d slip = gap - previousGap;
+      entry.neighbour = cv::norm(slip);
+      entry.neighbourAxis = std::max(std::abs(slip.x), std::abs(slip.y));
+      result.neighbourAxisMaximum = std::max(result.neighbourAxisMaximum, entry.neighbourAxis);
       neighbours.push_back(entry.neighbour);
     }
     previousGap = gap;

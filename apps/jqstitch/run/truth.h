@@ -27,15 +27,17 @@ class Truth {
 
 /// Distance of a placed frame from its true place, in full-size pixels.
 struct PositionError {
-  std::size_t frame = 0;    ///< index into the frames
-  double neighbour = -1.0;  ///< measured from the frame placed before; -1: there is none
-  double absolute = 0.0;    ///< measured from the first placed frame
+  std::size_t frame = 0;       ///< index into the frames
+  double neighbour = -1.0;     ///< measured from the frame placed before; -1: there is none
+  double absolute = 0.0;       ///< measured from the first placed frame
+  double neighbourAxis = 0.0;  ///< the larger component of the neighbour's
 };
 
 struct TruthComparison {
   std::vector<PositionError> errors;  ///< one per placed frame that the truth knows
   int unknown = 0;                    ///< placed frames that it does not know
   double neighbourMedian = 0.0, neighbourMaximum = 0.0;
+  double neighbourAxisMaximum = 0.0;
   double absoluteMedian = 0.0, absoluteMaximum = 0.0;
 };
 

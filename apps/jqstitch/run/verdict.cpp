@@ -88,11 +88,15 @@ void FillMeasurements(const stitchflags& flags, cv::Size frame, const StitchSett
 void ExplainLeftOut(const stitchflags& flags, cv::Size frame, const StitchSettings& settings,
                     const std::function<bool()>& hasCorners,
                     const std::function<bool()>& referenceHasCorners, FrameResult& result) {
+  // A batch run has no options of its own for the stitcher.
+  const std::string with = settings.usePresets ? "" : "use jqstitch live with ";
+  const std::string moreCorners =
+      with + "--corner-budget " + std::to_string(std::min(100, 2 * settings.cornerBudget + 16));
   if (!hasCorners()) {
-    return LeaveOut(Verdict::kNoCorners, "no corners found in the frame",
-                    "focus, light the object, or raise --corner-budget; an empty field of view "
-                    "cannot be placed",
-                    result);
+    return LeaveOut(
+        Verdict::kNoCorners, "no corners found in the frame",
+        "an empty field of view cannot be placed; else focus, light the object, or " + moreCorners,
+        result);
   }
   if (!referenceHasCorners()) {
     return LeaveOut(Verdict::kNoReferenceCorners,
@@ -101,26 +105,26 @@ void ExplainLeftOut(const stitchflags& flags, cv::Size frame, const StitchSettin
   }
   FillMeasurements(flags, frame, settings, result);
   if (flags.overlapFlag != 1) {
-    return settings.overlapMode == 0
-               ? LeaveOut(Verdict::kOverlapTestFailed,
-                          "overlap test failed: brightness or sharpness differs too much from the "
-                          "picture so far",
-                          "keep exposure and focus steady, or try --overlap-mode 1", result)
-               : LeaveOut(
-                     Verdict::kOverlapTestFailed,
-                     "overlap test failed: the picture changed too much since the frame before",
-                     "move more slowly, or try --overlap-mode 0", result);
+    const bool byOverlap = settings.overlapMode == 0;
+    return LeaveOut(Verdict::kOverlapTestFailed,
+                    byOverlap ? "overlap test failed: brightness or sharpness differs too much "
+                                "from the picture so far"
+                              : "overlap test failed: the view changed too much since the frame "
+                                "before",
+                    byOverlap ? "keep exposure and focus steady, or " + with + "--overlap-mode 1"
+                              : "move more slowly, or " + with + "--overlap-mode 0",
+                    result);
   }
   if (flags.matchCount < kNeededMatches) {
     return LeaveOut(Verdict::kTooFewMatches,
                     "too few matches (" + std::to_string(flags.matchCount) + " of " +
                         std::to_string(kNeededMatches) + ")",
-                    "let frames overlap more, keep them sharp, or raise --corner-budget", result);
+                    "let frames overlap more, keep them sharp, or " + moreCorners, result);
   }
   // The stitcher compares the shift at the working scale with the full frame.
   const int least = kLeastShiftPercent * settings.detectLevel;
   const int most = kMostShiftPercent * settings.detectLevel;
-  if (result.shiftPercent <= least) {
+  if (result.shiftPercent <= (least + most) / 2.0) {
     return LeaveOut(Verdict::kShiftTooSmall,
                     "shift too small (" + Percent(result.shiftPercent) +
                         " of the frame, more than " + std::to_string(least) + " % needed)",
