@@ -1,7 +1,25 @@
 #include <opencv2/imgproc.hpp>
 
+#include "blend/fusion.h"
 #include "jqstitchingalgorithm.h"
 #include "registration/detect_level.h"
+#include "registration/workspace.h"
+
+namespace {
+
+// The block of the mosaic that a frame at (x, y) covers.
+cv::Mat CoveredBlock(const cv::Mat& mosaic, std::int64_t x, std::int64_t y, const cv::Mat& frame) {
+  if (x < 0 || y < 0 || x + frame.cols > mosaic.cols || y + frame.rows > mosaic.rows) {
+    CV_Error(cv::Error::StsOutOfRange,
+             cv::format("a frame of %d x %d at column %lld, row %lld lies outside the mosaic of "
+                        "%d x %d",
+                        frame.cols, frame.rows, static_cast<long long>(x),
+                        static_cast<long long>(y), mosaic.cols, mosaic.rows));
+  }
+  return mosaic(cv::Rect(static_cast<int>(x), static_cast<int>(y), frame.cols, frame.rows));
+}
+
+}  // namespace
 
 void JQStitchingAlgorithm::StitchingImage_imageblend(
     cv::Mat mosaic, cv::Mat frame, stitchflags flags, cv::Point mosaicMin, cv::Point mosaicMax,
@@ -17,19 +35,16 @@ void JQStitchingAlgorithm::StitchingImage_imageblend(
   BorderExpand(mosaic, frame.rows, frame.cols, flags.offsetX, flags.offsetY, frame.rows, frame.cols,
                mosaic.cols, mosaic.rows, position, mosaic, position, mosaicMin, mosaicMax,
                mosaicMin, mosaicMax);
+  cv::Mat block = CoveredBlock(mosaic, std::int64_t{position.x} + flags.offsetX,
+                               std::int64_t{position.y} + flags.offsetY, frame);
   position += cv::Point(flags.offsetX, flags.offsetY);
 
-  // Nothing of the caller's changes before this point, and after the fusion
-  // nothing can fail.
-  cv::Mat block = mosaic(cv::Range(position.y, position.y + frame.rows),
-                         cv::Range(position.x, position.x + frame.cols));
-  cv::Mat fused;
-  TwoImageFusion(block, frame, fused);
-  fused.copyTo(block);
+  // Nothing of the caller's changes before the pixels do, and nothing fails after.
+  jqstitching::FuseImages(block, frame, true, m_workspace.get().fusion);
   outputImageCoordate(mosaicMin, mosaicMax, 0, 0, frame.rows, frame.cols, position, mosaicMin,
                       mosaicMax);
 
-  blendRegion = fused;
+  blendRegion = frame;
   newMosaicMin = mosaicMin;
   newMosaicMax = mosaicMax;
   newPosition = position;

@@ -1,15 +1,111 @@
+#include "blend/fusion.h"
+
 #include <algorithm>
-#include <opencv2/imgproc.hpp>
+#include <cstddef>
+#include <functional>
 
-#include "jqstitchingalgorithm.h"
+#include "blend/chamfer_steps.h"
+#include "blend/content_row.h"
+#include "blend/fuse_row.h"
+#include "blend/row_layout.h"
+#include "blend/weight_row.h"
 
+namespace jqstitching {
 namespace {
 
-constexpr float kCap = 255.0f;
-constexpr float kStraight = 0.2f;
-constexpr float kDiagonal = 0.3f;
+bool SharesMemory(const cv::Mat& a, const cv::Mat& b) {
+  const std::less<const unsigned char*> before;
+  return before(a.datastart, b.dataend) && before(b.datastart, a.dataend);
+}
 
-void CheckPair(const cv::Mat& oldBlock, const cv::Mat& newFrame) {
+/// The weights of a pair, row by row from the bottom.
+class WeightRows {
+ public:
+  /// Reads both images; all memory is taken here.
+  WeightRows(const cv::Mat& oldBlock, const cv::Mat& newFrame, FusionScratch& scratch)
+      : m_scratch(scratch), m_cols(newFrame.cols) {
+    const std::size_t padded = PaddedCols(m_cols);
+    std::uint8_t* content = scratch.content.reserve(padded);
+    scratch.weights.reserve(padded);
+    scratch.tripled.reserve(3 * padded);
+    scratch.oldMap.prepare(oldBlock.rows, m_cols);
+    scratch.edge.prepare(oldBlock.rows, m_cols);
+    for (int r = 0; r < oldBlock.rows; ++r) {
+      const RowContent summary = MarkContent(oldBlock.ptr(r), oldBlock.channels(), content, m_cols);
+      scratch.oldMap.forwardRow(r, summary, content);
+    }
+    m_hasHoles = hasHoles(newFrame, content);
+    if (m_hasHoles) mapFrame(newFrame, content);
+  }
+
+  /// The weights of row r, or null when all are 0.
+  const std::uint8_t* next(int r) {
+    const float* oldRow = m_scratch.oldMap.backwardRow(r);
+    const float* newRow = m_hasHoles ? m_scratch.newMap.backwardRow(r) : nullptr;
+    if (m_scratch.oldMap.isEmptyRow(r)) return nullptr;
+    std::uint8_t* weights = m_scratch.weights.data();
+    if (m_hasHoles) {
+      WeightRow(oldRow, newRow, kDistanceCap, weights, m_cols);
+    } else {
+      const EdgeDistance& edge = m_scratch.edge;
+      WeightRow(oldRow, edge.columnDistances(), edge.rowDistance(r), weights, m_cols);
+    }
+    return weights;
+  }
+
+ private:
+  // Empty pixels inside the border. The border itself counts as empty anyway.
+  bool hasHoles(const cv::Mat& frame, std::uint8_t* content) const {
+    for (int r = 1; r + 1 < frame.rows && m_cols > 2; ++r) {
+      const std::uint8_t* inner = frame.ptr(r) + frame.elemSize();
+      if (MarkContent(inner, frame.channels(), content, m_cols - 2) != RowContent::kFull)
+        return true;
+    }
+    return false;
+  }
+
+  void mapFrame(const cv::Mat& frame, std::uint8_t* content) {
+    m_scratch.newMap.prepare(frame.rows, m_cols);
+    for (int r = 0; r < frame.rows; ++r) {
+      RowContent summary = RowContent::kEmpty;
+      if (r > 0 && r + 1 < frame.rows) {
+        summary = MarkContent(frame.ptr(r), frame.channels(), content, m_cols);
+        if (summary == RowContent::kFull) summary = RowContent::kMixed;
+        content[0] = content[m_cols - 1] = 0;
+      }
+      m_scratch.newMap.forwardRow(r, summary, content);
+    }
+  }
+
+  FusionScratch& m_scratch;
+  int m_cols;
+  bool m_hasHoles = false;
+};
+
+void FuseRow(const std::uint8_t* weights, const std::uint8_t* old, cv::Mat& frame, int r,
+             std::uint8_t* block, FusionScratch& scratch) {
+  const int cols = frame.cols;
+  std::uint8_t* row = frame.ptr(r);
+  if (frame.channels() == 1) {
+    if (weights == nullptr) {
+      weights = scratch.weights.data();
+      std::fill_n(scratch.weights.data(), cols, std::uint8_t{0});
+    }
+    FuseGreyRow(old, weights, row, block, cols);
+    return;
+  }
+  const std::size_t count = 3 * static_cast<std::size_t>(cols);
+  if (weights == nullptr) {
+    if (block != nullptr) std::copy_n(row, count, block);
+    return;
+  }
+  TripleWeights(weights, scratch.tripled.data(), cols);
+  FuseColourRow(old, scratch.tripled.data(), row, block, count);
+}
+
+}  // namespace
+
+void CheckFusionPair(const cv::Mat& oldBlock, const cv::Mat& newFrame) {
   if (oldBlock.size() != newFrame.size() || oldBlock.type() != newFrame.type()) {
     CV_Error(cv::Error::StsUnmatchedSizes,
              cv::format("fusion needs two images of one size and type, not %d x %d type %d and "
@@ -24,111 +120,40 @@ void CheckPair(const cv::Mat& oldBlock, const cv::Mat& newFrame) {
   }
 }
 
-// 255 where the grey value is not 0, else 0.
-cv::Mat ContentMap(const cv::Mat& image) {
-  cv::Mat grey = image;
-  if (image.channels() > 1) cv::cvtColor(image, grey, cv::COLOR_RGB2GRAY);
-  cv::Mat map;
-  grey.convertTo(map, CV_32F);
-  for (int r = 0; r < map.rows; ++r) {
-    float* d = map.ptr<float>(r);
-    for (int c = 0; c < map.cols; ++c) d[c] = d[c] > 0 ? kCap : 0.0f;
-  }
-  return map;
-}
-
-void EmptyBorder(cv::Mat& map) {
-  map.row(0).setTo(0);
-  map.row(map.rows - 1).setTo(0);
-  map.col(0).setTo(0);
-  map.col(map.cols - 1).setTo(0);
-}
-
-void Lower(float& value, float candidate) {
-  value = std::min(value, candidate);
-}
-
-void ForwardRow(float* d, const float* up, int cols) {
-  const int last = cols - 1;
-  Lower(d[0], up[0] + kStraight);
-  if (cols > 1) Lower(d[0], up[1] + kDiagonal);
-  // The last column comes before the interior, and its left neighbour counts as
-  // a diagonal one.
-  Lower(d[last], up[last] + kStraight);
-  if (cols > 1) {
-    Lower(d[last], up[last - 1] + kDiagonal);
-    Lower(d[last], d[last - 1] + kDiagonal);
-  }
-  for (int c = 1; c < last; ++c) {
-    Lower(d[c], d[c - 1] + kStraight);
-    Lower(d[c], up[c - 1] + kDiagonal);
-    Lower(d[c], up[c] + kStraight);
-    Lower(d[c], up[c + 1] + kDiagonal);
-  }
-}
-
-void BackwardRow(float* d, const float* down, int cols) {
-  const int last = cols - 1;
-  Lower(d[last], down[last] + kStraight);
-  if (cols > 1) Lower(d[last], down[last - 1] + kDiagonal);
-  for (int c = last - 1; c >= 1; --c) {
-    Lower(d[c], d[c + 1] + kStraight);
-    Lower(d[c], down[c - 1] + kDiagonal);
-    Lower(d[c], down[c] + kStraight);
-    Lower(d[c], down[c + 1] + kDiagonal);
-  }
-  Lower(d[0], down[0] + kStraight);
-  if (cols > 1) Lower(d[0], down[1] + kDiagonal);
-}
-
-void ChamferDistance(cv::Mat& map) {
-  for (int r = 1; r < map.rows; ++r) ForwardRow(map.ptr<float>(r), map.ptr<float>(r - 1), map.cols);
-  for (int r = map.rows - 2; r >= 0; --r) {
-    BackwardRow(map.ptr<float>(r), map.ptr<float>(r + 1), map.cols);
-  }
-}
-
-cv::Mat OldContentWeight(const cv::Mat& oldBlock, const cv::Mat& newFrame) {
-  CheckPair(oldBlock, newFrame);
-  if (oldBlock.empty()) return cv::Mat(oldBlock.size(), CV_8U);
-  cv::Mat oldMap = ContentMap(oldBlock), newMap = ContentMap(newFrame);
-  EmptyBorder(newMap);
-  ChamferDistance(oldMap);
-  ChamferDistance(newMap);
-  cv::Mat weight(oldMap.size(), CV_8U);
-  for (int r = 0; r < weight.rows; ++r) {
-    const float* a = oldMap.ptr<float>(r);
-    const float* b = newMap.ptr<float>(r);
-    unsigned char* w = weight.ptr(r);
-    for (int c = 0; c < weight.cols; ++c) {
-      // Both empty: the frame's (black) pixel is kept.
-      const float share = a[c] > 0 ? 255.0f * a[c] / (a[c] + b[c]) : 0.0f;
-      w[c] = cv::saturate_cast<unsigned char>(share);
+cv::Mat OldContentWeight(const cv::Mat& oldBlock, const cv::Mat& newFrame, FusionScratch& scratch) {
+  CheckFusionPair(oldBlock, newFrame);
+  cv::Mat weight(oldBlock.size(), CV_8U);
+  if (weight.empty()) return weight;
+  WeightRows rows(oldBlock, newFrame, scratch);
+  for (int r = weight.rows - 1; r >= 0; --r) {
+    const std::uint8_t* weights = rows.next(r);
+    if (weights != nullptr) {
+      std::copy_n(weights, weight.cols, weight.ptr(r));
+    } else {
+      std::fill_n(weight.ptr(r), weight.cols, std::uint8_t{0});
     }
   }
   return weight;
 }
 
-}  // namespace
+void FuseImages(cv::Mat& oldBlock, cv::Mat& newFrame, bool writeBack, FusionScratch& scratch) {
+  CheckFusionPair(oldBlock, newFrame);
+  if (newFrame.empty()) return;
+  // Views of one matrix: the old content apart, and the block written at the end.
+  const bool shared = SharesMemory(oldBlock, newFrame);
+  const cv::Mat old = shared ? oldBlock.clone() : oldBlock;
+  cv::Mat fused;
+  if (shared && writeBack) fused.create(newFrame.size(), newFrame.type());
 
-void JQStitchingAlgorithm::WeightofTwoAreaFun(cv::Mat oldBlock, cv::Mat newFrame, cv::Mat& weight) {
-  weight = OldContentWeight(oldBlock, newFrame);
-}
-
-void JQStitchingAlgorithm::TwoImageFusion(cv::Mat oldBlock, cv::Mat newFrame, cv::Mat& fused) {
-  const cv::Mat weight = OldContentWeight(oldBlock, newFrame);
-  const int channels = oldBlock.channels();
-  for (int r = 0; r < weight.rows; ++r) {
-    const unsigned char* w = weight.ptr(r);
-    const unsigned char* a = oldBlock.ptr(r);
-    unsigned char* b = newFrame.ptr(r);
-    for (int c = 0; c < weight.cols; ++c) {
-      for (int k = 0; k < channels; ++k, ++a, ++b) {
-        const int sum = (255 - w[c]) * *b + w[c] * *a;
-        // The divisors differ on purpose.
-        *b = static_cast<unsigned char>(channels == 1 ? sum / 256 : sum / 255);
-      }
-    }
+  WeightRows rows(old, newFrame, scratch);
+  for (int r = newFrame.rows - 1; r >= 0; --r) {
+    std::uint8_t* block = writeBack && !shared ? oldBlock.ptr(r) : nullptr;
+    FuseRow(rows.next(r), old.ptr(r), newFrame, r, block, scratch);
   }
-  fused = newFrame;
+  if (shared && writeBack) {
+    newFrame.copyTo(fused);
+    fused.copyTo(oldBlock);
+  }
 }
+
+}  // namespace jqstitching
