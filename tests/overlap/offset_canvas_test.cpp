@@ -76,6 +76,10 @@ TYPED_TEST(OffsetCanvas, IsNewAndDoesNotShareTheReference) {
   EXPECT_EQ(old.at<unsigned char>(0, 0), 9);
   this->mosaic.setTo(0);
   EXPECT_TRUE(SameMatrix(scene, before));
+  // A new run of the same size does not write into the old canvas either.
+  old = this->mosaic;
+  this->Call(0, scene, scene, scene);
+  EXPECT_EQ(cv::countNonZero(old.reshape(1)), 0);
 }
 
 TYPED_TEST(OffsetCanvas, LaterCallsLeaveMosaicBoxAndPosition) {

@@ -33,7 +33,8 @@ void Algorithm::StitchingImage_offset(int frameIndex, cv::Mat refImage, cv::Mat 
     newMin = cv::Point(record.positionX, record.positionY);
     newMax = cv::Point(cols + record.positionX, rows + record.positionY);
     const int type = refImage.channels() == 1 ? CV_8UC1 : CV_8UC3;
-    canvas = cv::Mat::zeros(2 * rows, 2 * cols, type);
+    // Built apart: assigned at once, it would fill the caller's old canvas.
+    canvas = cv::Mat(cv::Mat::zeros(2 * rows, 2 * cols, type));
     cv::Mat middle = canvas.rowRange(record.positionY, record.positionY + rows)
                          .colRange(record.positionX, record.positionX + cols);
     refImage.copyTo(middle);

@@ -9,6 +9,15 @@
 #include "support/cpu_levels.h"
 #include "support/random_source.h"
 
+/// Whether the build checks every access, so that exhaustive tests take samples.
+inline bool RunsSlowly() {
+#if defined(__SANITIZE_ADDRESS__) || !defined(__OPTIMIZE__)
+  return true;
+#else
+  return false;
+#endif
+}
+
 /// Fixture of the tests that compare the library with its plain twin on random
 /// input. The parameter is the name of the vector level to run at.
 class PropertyTest : public ::testing::TestWithParam<std::string> {
