@@ -2,7 +2,6 @@
 
 #include <QMetaObject>
 #include <QObject>
-#include <chrono>
 #include <condition_variable>
 #include <cstdlib>
 #include <exception>
@@ -16,20 +15,15 @@
 #include "jqimagestitching.h"
 #include "report/read_hook.h"
 #include "report/same.h"
-#include "report/statistics.h"
+#include "report/stopwatch.h"
 #include "support/scene.h"
 
 namespace jqbench {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr std::uint64_t kSeed = 20240505;
-
-double Since(Clock::time_point start) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
 
 /// Lets two threads run strictly by turns; one that has finished passes for ever.
 class Turns {
@@ -74,17 +68,17 @@ class Contestant : public ReadHook {
   void beforeRead() override {
     if (!started()) return;
     ++m_reads;
-    if (m_working) work.push_back(Since(m_start));
+    if (m_working) work.push_back(NowMs() - m_start);
     m_turns.pass(m_who);
     m_turns.waitFor(m_who);
     if (m_working && onBothDone) onBothDone();
-    m_start = Clock::now();
+    m_start = NowMs();
   }
   void afterRead() override {
     if (m_reads == 0) return;
-    decoding.push_back(Since(m_start));
+    decoding.push_back(NowMs() - m_start);
     m_working = true;
-    m_start = Clock::now();
+    m_start = NowMs();
   }
 
   std::vector<double> work, decoding;
@@ -95,7 +89,7 @@ class Contestant : public ReadHook {
   int m_who;
   int m_reads = 0;
   bool m_working = false;
-  Clock::time_point m_start;
+  double m_start = 0;
 };
 
 /// Picture files in a folder of their own, removed with it.

@@ -5,6 +5,7 @@
 
 #include "jqimagestitching.h"
 #include "report/statistics.h"
+#include "report/stopwatch.h"
 #include "support/host_record.h"
 #include "support/scene.h"
 

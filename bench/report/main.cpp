@@ -11,6 +11,7 @@
 #include "report/pair_section.h"
 #include "report/process.h"
 #include "report/statistics.h"
+#include "report/stopwatch.h"
 
 namespace {
 
@@ -102,6 +103,7 @@ int main(int argc, char** argv) {
   int exitCode = 0;
   if (!ParseOptions(argc, argv, options, exitCode)) return exitCode;
   cv::setNumThreads(1);
+  if (options.processorClock) ActiveClock() = Clock::kProcessor;
   bool equal = true;
   Print(Circumstances(argc, argv));
   if (options.wants("live")) equal = LiveSection(options) && equal;

@@ -40,6 +40,8 @@ bool ParseOptions(int argc, char** argv, Options& options, int& exitCode) {
   app.add_option("--mode", options.modes, "Overlap modes")->check(CLI::IsMember({0, 1}));
   app.add_option("--section", options.sections, "Parts of the report")->check(CLI::IsMember(known));
   app.add_option("--frames", options.frames, "Frames of a run")->check(CLI::Range(3, 10000));
+  app.add_flag("--processor-clock", options.processorClock,
+               "Leave out the time that other programs took");
   app.add_flag("--quick", options.quick, "Small pictures, few frames");
   try {
     app.parse(argc, argv);

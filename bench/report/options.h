@@ -12,7 +12,8 @@ struct Options {
   std::vector<cv::Size> sizes;
   std::vector<int> modes;
   std::vector<std::string> sections;
-  int frames = 0;      ///< of a run; 0: the number that suits the size
+  int frames = 0;  ///< of a run; 0: the number that suits the size
+  bool processorClock = false;
   bool quick = false;  ///< small pictures and few of them, to see that all works
 
   bool wants(const std::string& section) const;

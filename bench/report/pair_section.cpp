@@ -9,6 +9,7 @@
 #include "reference/algorithm.h"
 #include "report/other_ways.h"
 #include "report/statistics.h"
+#include "report/stopwatch.h"
 #include "support/scene.h"
 
 namespace jqbench {

@@ -2,20 +2,10 @@
 #define JQ_BENCH_REPORT_STATISTICS_H
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <vector>
 
 namespace jqbench {
-
-/// Milliseconds that `work` takes.
-template <class Work>
-double Milliseconds(Work&& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
-  return spent.count();
-}
 
 /// The value below which `share` of the samples lie (nearest rank); 0 for none.
 inline double Percentile(std::vector<double> samples, double share) {
