@@ -147,55 +147,77 @@ TEST_F(Inspect, ShowsBothFramesAndTheFusedResult) {
 
 TEST_F(Inspect, TheSameFrameTwiceIsTooSmallAShift) {
   Run(Frame(1), Frame(1));
-  ExpectSaid("B would be left out: the shift is too small (0.0 % of the frame)");
+  ExpectSaid("B would be left out: shift too small (0.0 % of the frame");
 }
 
 TEST_F(Inspect, FlatFramesHaveNoCorners) {
   const std::string flat = Write("flat.png", cv::Mat(360, 480, CV_8UC3, cv::Scalar(90, 90, 90)));
   cv::Mat picture = Run(Frame(1), flat);
-  ExpectSaid("no corners found in B");
+  ExpectSaid("B would be left out: no corners found in the frame.");
   EXPECT_EQ(Count(picture, kFromSecond), 0) << "there is no weight map";
   Run(flat, Frame(1));
-  ExpectSaid("no corners found in A.");
+  ExpectSaid("B would be left out: no corners found in the first frame");
   picture = Run(flat, flat);
-  ExpectSaid("no corners found in A and B");
+  ExpectSaid("no corners found");
   EXPECT_EQ(picture.cols, 1600);
 }
 
 TEST_F(Inspect, BlackFramesAreTakenToo) {
   const std::string black = Write("black.png", cv::Mat::zeros(360, 480, CV_8UC3));
   Run(black, black);
-  ExpectSaid("no corners found in A and B");
+  ExpectSaid("no corners found");
 }
 
 TEST_F(Inspect, FramesOfDifferentPlacesHaveTooFewMatches) {
-  // One bright disc: a few corners, and too few of them match.
-  cv::Mat disc(360, 480, CV_8UC3, cv::Scalar(20, 20, 20));
-  cv::rectangle(disc, cv::Rect(150, 110, 24, 24), cv::Scalar(200, 200, 200), cv::FILLED);
-  Run(Frame(1), Write("disc.png", disc));
-  ExpectSaid("too few matches (");
+  const Outcome outcome = RunProgram({"simulate", "-o", m_folder / "elsewhere", "--size", "480x360",
+                                      "-n", "1", "--seed", "9", "-q"});
+  ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+  Run(Frame(1), m_folder / "elsewhere/frame_0001.png");
+  ExpectSaid("B would be left out: too few matches (");
   ExpectSaid(" of 11)");
 }
 
 TEST_F(Inspect, ADarkFrameFailsTheOverlapTest) {
   const cv::Mat dark = cv::imread(Frame(2)) * 0.7;
   Run(Frame(1), Write("dark.png", dark));
-  ExpectSaid("the overlap test failed (brightness differs by ");
+  ExpectSaid("B would be left out: overlap test failed");
+  ExpectSaid("Overlap test: brightness differs by ");
   ExpectSaid("(limit 40)");
+  ExpectSaid("; failed");
 }
 
 TEST_F(Inspect, TheMotionTestIsChosenByTheOverlapMode) {
   Run(Frame(1), Frame(3), {"--overlap-mode", "1"});
-  ExpectSaid("the overlap test failed (motion ");
-  ExpectSaid("(limit 5)");
+  ExpectSaid("B would be left out: overlap test failed");
+  ExpectSaid("Motion test: ");
+  ExpectSaid("(limit 5); failed");
 }
 
 TEST_F(Inspect, TheDetectLevelDividesTheOffset) {
-  Run(Frame(1), Frame(2), {"--detect-level", "2"});
-  // Half of (96, 0), as exact as corners on a grid of 2 pixels are.
+  const Outcome outcome = RunProgram({"simulate", "-o", m_folder / "large", "--size", "960x720",
+                                      "--path", "row", "--step", "25", "-n", "2", "-q"});
+  ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+  const std::string first = m_folder / "large/frame_0001.png";
+  const std::string second = m_folder / "large/frame_0002.png";
+  Run(first, second, {"--detect-level", "2"});
+  // Half of (240, 0), as exact as corners on a grid of 2 pixels are.
+  ExpectSaid("B would be placed");
   const std::size_t place = m_said.find("offset (");
   ASSERT_NE(place, std::string::npos) << m_said;
-  EXPECT_NEAR(std::stoi(m_said.substr(place + 8)), 48, 4) << m_said;
+  EXPECT_NEAR(std::stoi(m_said.substr(place + 8)), 120, 4) << m_said;
+  // The least shift is 10 % of the full frame, whatever the scale it is measured at.
+  Run(first, second, {"--detect-level", "3"});
+  ExpectSaid("more than 30 % needed");
+}
+
+TEST_F(Inspect, SaysWhatALiveRunDoes) {
+  for (int b = 1; b <= 4; ++b) {
+    Run(Frame(1), Frame(b));
+    const Outcome live =
+        RunProgram({"live", Frame(1), Frame(b), "-o", m_folder / "mosaic.png", "-q"});
+    const bool placed = m_said.find("would be placed") != std::string::npos;
+    EXPECT_EQ(live.exitCode, placed ? 0 : 4) << m_said << live.err;
+  }
 }
 
 TEST_F(Inspect, ALargerBudgetFindsMoreCorners) {

@@ -8,6 +8,8 @@
 
 #include "console/console.h"
 #include "exit_codes.h"
+#include "input/image_record.h"
+#include "input/picture_reader.h"
 #include "input_error.h"
 #include "inspect/pair_analysis.h"
 #include "inspect/pair_picture.h"
@@ -25,14 +27,10 @@ struct InspectOptions {
 };
 
 cv::Mat ReadFrame(const std::string& path) {
-  cv::Mat frame;
-  std::string cause = "it is not a picture in a known format";
-  try {
-    frame = cv::imread(path, cv::IMREAD_COLOR);
-  } catch (const cv::Exception& error) {
-    cause = error.err;
-  }
-  if (frame.empty()) throw InputError("cannot read '" + path + "': " + cause);
+  std::string why;
+  const cv::Mat frame = ReadPicture(path, cv::IMREAD_COLOR, why);
+  if (why.empty()) why = WhyNoRecord(frame);
+  if (!why.empty()) throw InputError("cannot read '" + path + "': " + why);
   return frame;
 }
 
@@ -60,8 +58,8 @@ void Inspect(InspectOptions& o) {
   o.picture.nameSecond = std::filesystem::path(o.second).filename().string();
   const std::vector<unsigned char> bytes = EncodePicture(o.output, DrawPair(pair, o.picture));
   WriteFileAtomically(o.output, bytes.data(), bytes.size());
-  // The sentence is what the command was asked for, so it goes to standard output.
-  if (!o.quiet) std::cout << pair.verdict << "\n";
+  // The words are what the command was asked for, so they go to standard output.
+  if (!o.quiet) std::cout << pair.verdict << "\n" << pair.overlapWords << "\n";
 }
 
 void AddOptions(CLI::App& app, InspectOptions& o) {
@@ -81,7 +79,7 @@ void AddOptions(CLI::App& app, InspectOptions& o) {
       ->check(CLI::Range(400, 8000));
   app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (40)")
       ->check(CLI::Range(0, 100000));
-  app.add_flag("-q,--quiet", o.quiet, "do not print the sentence");
+  app.add_flag("-q,--quiet", o.quiet, "do not print the verdict");
 }
 
 }  // namespace
@@ -92,7 +90,7 @@ void AddInspectCommand(CLI::App& program, int& exitCode) {
   const auto options = std::make_shared<InspectOptions>();
   AddOptions(*app, *options);
   app->footer(
-      "Prints one sentence that says what a live run would do with B after A.\n\n"
+      "Prints what a live run would do with B after A, and why.\n\n"
       "Examples:\n"
       "  jqstitch inspect frame_0001.png frame_0002.png -o pair.png\n"
       "  jqstitch inspect a.jpg b.jpg -o pair.png --detect-level 2 --overlap-mode 1\n");

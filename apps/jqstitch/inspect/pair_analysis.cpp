@@ -60,19 +60,13 @@ void FindMatches(JQStitchingAlgorithm& engine, PairAnalysis& pair) {
   }
 }
 
-// The second call of a live run judges B where A lies, before it knows the shift.
-void JudgeOverlap(JQStitchingAlgorithm& engine, const cv::Mat& first, const cv::Mat& second,
-                  PairAnalysis& pair) {
-  cv::Point boxMin;
-  cv::Point boxMax;
-  cv::Mat mosaic;
-  engine.StitchingImage_offset(0, first, first, second, boxMin, boxMax, mosaic,
-                               engine.m_stitchFlags);
-  pair.overlapFit = engine.m_stitchFlags.overlapFlag == 1;
+// What the overlap test of the second call measures: B where A lies, before the
+// shift is known.
+void MeasureOverlap(JQStitchingAlgorithm& engine, PairAnalysis& pair) {
   char words[160];
   if (engine.m_nOverlapMode != 0) {
-    std::snprintf(words, sizeof(words), "motion %d grey levels (limit %d)",
-                  engine.ImageMotionModel(pair.first, pair.second), engine.m_nFlagThreshold);
+    std::snprintf(words, sizeof(words), "Motion test: %d grey levels of change (limit %d)",
+                  engine.ImageMotionModel(pair.first, pair.second), engine.m_nFlagPreset);
   } else {
     float bright = 0;
     float definition = 0;
@@ -82,10 +76,10 @@ void JudgeOverlap(JQStitchingAlgorithm& engine, const cv::Mat& first, const cv::
     if (!std::isnan(definition)) {
       std::snprintf(sharpness, sizeof(sharpness), "sharpness by %.1f (limit %.0f)",
                     static_cast<double>(definition),
-                    static_cast<double>(engine.m_fDefinitionThreshold));
+                    static_cast<double>(engine.m_fDefinitionPreset));
     }
-    std::snprintf(words, sizeof(words), "brightness differs by %.1f (limit %.0f), %s",
-                  static_cast<double>(bright), static_cast<double>(engine.m_fBrightThreshold),
+    std::snprintf(words, sizeof(words), "Overlap test: brightness differs by %.1f (limit %.0f), %s",
+                  static_cast<double>(bright), static_cast<double>(engine.m_fBrightPreset),
                   sharpness);
   }
   pair.overlapWords = words;
@@ -118,9 +112,8 @@ PairAnalysis AnalysePair(const cv::Mat& first, const cv::Mat& second,
   pair.second = Prepare(engine, second, settings.detectLevel);
   FindMatches(engine, pair);
   Fuse(engine, pair);
-  // Full-size frames here: the offset driver shrinks them itself.
-  JudgeOverlap(engine, Prepare(engine, first, 1), Prepare(engine, second, 1), pair);
-  DecideVerdict(pair);
+  MeasureOverlap(engine, pair);
+  DecideVerdict(first, second, settings, pair);
   return pair;
 }
 

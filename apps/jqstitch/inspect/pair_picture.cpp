@@ -239,8 +239,7 @@ cv::Mat DrawPair(const PairAnalysis& pair, const PictureSettings& settings) {
                          std::to_string(pair.inlier.size()) + " matches agree" +
                          (pair.support < 11 ? ", too few to trust it" : ""));
   }
-  AddText(picture,
-          "Overlap test: " + pair.overlapWords + (pair.overlapFit ? ", fit" : ", not fit"));
+  AddText(picture, pair.overlapWords);
   AddStrip(picture, kMargin);
   AddFrames(picture, pair, settings);
   AddLegend(picture, pair, settings.lines);

@@ -5,9 +5,12 @@
 
 namespace jqstitch {
 
-/// Applies the stitcher's rule of acceptance to the measurements and writes
-/// `accepted` and `verdict`.
-void DecideVerdict(PairAnalysis& pair);
+/// Asks a stitcher of its own what a live run does with the frames and writes
+/// `overlapFit`, `accepted` and `verdict`, and adds to `overlapWords` how the test
+/// ended. The corners and the offset of `pair` are known by now.
+/// @param first, second frames in full size
+void DecideVerdict(const cv::Mat& first, const cv::Mat& second, const PairSettings& settings,
+                   PairAnalysis& pair);
 
 }  // namespace jqstitch
 

@@ -152,7 +152,7 @@ void PaintCell(cv::Mat& slide, std::uint64_t seed, int gridX, int gridY) {
   nucleus.minor = nucleus.major * (0.65 + 0.35 * stream.Unit());
   nucleus.colour = Shade(stream, 140, 62, 104, 26);
   nucleus.opacity = stream.Between(200, 250);
-  nucleus.softness = 1.6;
+  nucleus.softness = 1.0;
   PaintEllipse(slide, nucleus);
 
   const int grains = stream.Between(2, 5);
@@ -162,7 +162,7 @@ void PaintCell(cv::Mat& slide, std::uint64_t seed, int gridX, int gridY) {
     grain.y = nucleus.y + (stream.Unit() - 0.5) * nucleus.minor;
     grain.major = grain.minor = 0.9 + 1.3 * stream.Unit();
     grain.colour = Shade(stream, 96, 34, 62, 14);
-    grain.opacity = 220;
+    grain.opacity = 240;
     PaintEllipse(slide, grain);
   }
 }
