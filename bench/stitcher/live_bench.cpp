@@ -1,0 +1,59 @@
+#include <benchmark/benchmark.h>
+
+#include <array>
+
+#include "cpu/level.h"
+#include "jqimagestitching.h"
+#include "reference/stitcher.h"
+#include "support/host_record.h"
+#include "support/kernel_bench.h"
+#include "support/scene.h"
+
+namespace {
+
+/// Frames by turns: small steps are not placed, a step of 15 % to and fro is.
+template <class Stitcher>
+void Live(benchmark::State& state, cv::Size size, double step) {
+  const jqbench::Scene scene(jqbench::Subject::kTissue, size, 20240507);
+  Stitcher stitcher;
+  const cv::Mat start = scene.frame(0, cv::Point());
+  _tagJQIMG record = jqbench::HostRecord(start);
+  stitcher.Stitching(&record, 0, 1, 8);
+  stitcher.Stitching(&record, 0, 1, 8);
+  const std::array<cv::Mat, 2> frames{
+      scene.frame(1, cv::Point(static_cast<int>(step * size.width), 0)),
+      scene.frame(2, cv::Point(0, 0))};
+  size_t turn = 0;
+  for (auto _ : state) {
+    record = jqbench::HostRecord(frames[turn]);
+    turn ^= 1;
+    benchmark::DoNotOptimize(stitcher.Stitching(&record, 0, 1, 8));
+  }
+  jqbench::SetWork(state, size.area(), 3.0 * size.area());
+}
+
+bool RegisterLive(const std::string& name, double step) {
+  namespace cpu = jqstitching::cpu;
+  cv::setNumThreads(1);
+  for (const cv::Size size : jqbench::KernelSizes()) {
+    const std::string end = "/" + jqbench::Name(size);
+    benchmark::RegisterBenchmark((name + "/plain" + end).c_str(), [=](benchmark::State& state) {
+      Live<reference::Stitcher>(state, size, step);
+    })->Unit(benchmark::kMicrosecond);
+    for (const cpu::Level level : cpu::SupportedLevels()) {
+      benchmark::RegisterBenchmark((name + "/" + cpu::Name(level) + end).c_str(),
+                                   [=](benchmark::State& state) {
+                                     cpu::Force(level);
+                                     Live<JQImageStitching>(state, size, step);
+                                     cpu::Force({});
+                                   })
+          ->Unit(benchmark::kMicrosecond);
+    }
+  }
+  return true;
+}
+
+const bool g_notPlaced = RegisterLive("stitcher/frame_not_placed", 0.03);
+const bool g_placed = RegisterLive("stitcher/frame_placed", 0.15);
+
+}  // namespace
