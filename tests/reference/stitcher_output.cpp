@@ -31,6 +31,10 @@ void Stitcher::FillRecord(const _tagJQIMG* img, const cv::Mat& m) {
 }
 
 void Stitcher::Trim() {
+  if (m_mosaic.empty()) {  // such a matrix has no ranges to take
+    m_curFrame = cv::Mat();
+    return;
+  }
   const cv::Mat rows = m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y);
   rows.colRange(m_mosaicMin.x, m_mosaicMax.x).copyTo(m_curFrame);
 }
