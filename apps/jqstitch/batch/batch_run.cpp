@@ -55,6 +55,7 @@ int BatchRun::Run() {
     m_console.Say("The files are taken as given, such as 10 before 2; --natural sorts them");
   }
   m_results.resize(m_files.size());
+  m_told.assign(m_files.size(), false);
   for (std::size_t i = 0; i < m_files.size(); ++i) {
     m_results[i].name = m_files[i];
     m_results[i].number = static_cast<int>(i) + 1;
@@ -97,6 +98,7 @@ void BatchRun::InvokeSlot() {
         m_trimmed = static_cast<const cv::Mat*>(dst);
       });
   m_recorder.Begin(static_cast<int>(m_stitched.size()));
+  m_lastDone = std::chrono::steady_clock::now();
   try {
     QMetaObject::invokeMethod(&m_stitcher, "slotStartStitching", Qt::DirectConnection);
   } catch (const StopAsked&) {
@@ -121,6 +123,10 @@ void BatchRun::OnFileDone() {
         m_stitcher, [this, file] { return ReadTakenIn(file); }, result);
   }
   ++m_done;
+  const auto now = std::chrono::steady_clock::now();
+  result.seconds = std::chrono::duration<double>(now - m_lastDone).count();
+  m_lastDone = now;
+  m_told[file] = true;
   m_recorder.Tell(result, static_cast<int>(m_done));
   if (StopRequested()) throw StopAsked();
 }
@@ -151,8 +157,10 @@ int BatchRun::Deliver() {
   const std::string why = StopRequested() ? std::string("stopped by ") + StopReason()
                                           : std::string("the run ended before");
   RunRecord& record = m_recorder.Record();
-  for (FrameResult& result : m_results) {
+  for (std::size_t i = 0; i < m_results.size(); ++i) {
+    FrameResult& result = m_results[i];
     if (result.verdict == Verdict::kNotReached) ExplainNotReached(why, result);
+    if (!m_told[i]) m_recorder.Tell(result, static_cast<int>(m_done));
   }
   record.frames = m_results;
   Picture picture;

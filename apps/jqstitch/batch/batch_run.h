@@ -1,6 +1,7 @@
 #ifndef JQSTITCH_BATCH_BATCH_RUN_H
 #define JQSTITCH_BATCH_BATCH_RUN_H
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -43,6 +44,8 @@ class BatchRun {
   std::vector<std::size_t> m_stitched;  // the files handed to the stitcher
   std::size_t m_done = 0;               // of these
   bool m_refused = false;
+  std::vector<bool> m_told;  // per file: whether the console knows
+  std::chrono::steady_clock::time_point m_lastDone;
   const cv::Mat* m_trimmed = nullptr;  // the stitcher's
 };
 

@@ -20,6 +20,7 @@ std::string Fixed(double value, int digits) {
 }
 
 std::string FrameText(const FrameResult& frame) {
+  if (frame.verdict == Verdict::kNotReached) return frame.reason;
   if (frame.verdict != Verdict::kPlaced) return "left out: " + frame.reason;
   std::string text =
       "placed at " + std::to_string(frame.position.x) + ", " + std::to_string(frame.position.y);
@@ -40,8 +41,13 @@ void AppendFrames(const RunRecord& record, std::string& text) {
       text += ": " + FrameText(first) + "\n";
     } else {
       text += " to " + names[end - 1] + ": " + std::to_string(end - i);
-      text += first.verdict == Verdict::kPlaced ? " frames " : " frames left out: ";
-      text += first.verdict == Verdict::kNotReached ? first.reason : VerdictName(first.verdict);
+      text += " frames ";
+      if (first.verdict == Verdict::kNotReached) {
+        text += first.reason;
+      } else {
+        text += first.verdict == Verdict::kPlaced ? "" : "left out: ";
+        text += VerdictName(first.verdict);
+      }
       text += "\n";
     }
     i = end;
