@@ -11,9 +11,17 @@
 
 namespace {
 
+bool Placed(const JQImageStitching& stitcher) {
+  return stitcher.IsLastFrameAccepted();
+}
+
+bool Placed(const reference::Stitcher& stitcher) {
+  return stitcher.m_lastFramePlaced;
+}
+
 /// Frames by turns: small steps are not placed, a step of 15 % to and fro is.
 template <class Stitcher>
-void Live(benchmark::State& state, cv::Size size, double step) {
+void Live(benchmark::State& state, cv::Size size, double step, bool placed) {
   const jqbench::Scene scene(jqbench::Subject::kTissue, size, 20240507);
   Stitcher stitcher;
   const cv::Mat start = scene.frame(0, cv::Point());
@@ -24,27 +32,30 @@ void Live(benchmark::State& state, cv::Size size, double step) {
       scene.frame(1, cv::Point(static_cast<int>(step * size.width), 0)),
       scene.frame(2, cv::Point(0, 0))};
   size_t turn = 0;
+  bool asExpected = true;
   for (auto _ : state) {
     record = jqbench::HostRecord(frames[turn]);
     turn ^= 1;
     benchmark::DoNotOptimize(stitcher.Stitching(&record, 0, 1, 8));
+    asExpected = asExpected && Placed(stitcher) == placed;
   }
+  if (!asExpected) state.SkipWithError("the frames did not take the path to measure");
   jqbench::SetWork(state, size.area(), 3.0 * size.area());
 }
 
-bool RegisterLive(const std::string& name, double step) {
+bool RegisterLive(const std::string& name, double step, bool placed) {
   namespace cpu = jqstitching::cpu;
   cv::setNumThreads(1);
   for (const cv::Size size : jqbench::KernelSizes()) {
     const std::string end = "/" + jqbench::Name(size);
     benchmark::RegisterBenchmark((name + "/plain" + end).c_str(), [=](benchmark::State& state) {
-      Live<reference::Stitcher>(state, size, step);
+      Live<reference::Stitcher>(state, size, step, placed);
     })->Unit(benchmark::kMicrosecond);
     for (const cpu::Level level : cpu::SupportedLevels()) {
       benchmark::RegisterBenchmark((name + "/" + cpu::Name(level) + end).c_str(),
                                    [=](benchmark::State& state) {
                                      cpu::Force(level);
-                                     Live<JQImageStitching>(state, size, step);
+                                     Live<JQImageStitching>(state, size, step, placed);
                                      cpu::Force({});
                                    })
           ->Unit(benchmark::kMicrosecond);
@@ -53,7 +64,7 @@ bool RegisterLive(const std::string& name, double step) {
   return true;
 }
 
-const bool g_notPlaced = RegisterLive("stitcher/frame_not_placed", 0.03);
-const bool g_placed = RegisterLive("stitcher/frame_placed", 0.15);
+const bool g_notPlaced = RegisterLive("stitcher/frame_not_placed", 0.03, false);
+const bool g_placed = RegisterLive("stitcher/frame_placed", 0.15, true);
 
 }  // namespace
