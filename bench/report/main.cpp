@@ -10,6 +10,7 @@
 #include "report/options.h"
 #include "report/pair_section.h"
 #include "report/process.h"
+#include "report/stage_section.h"
 #include "report/statistics.h"
 #include "report/stopwatch.h"
 
@@ -90,6 +91,15 @@ void MemorySection(const Options& options) {
   }
 }
 
+void StageSection(const Options& options) {
+  Print("\n## Stages\n\n");
+  for (const cv::Size size : options.sizes) {
+    if (options.quick || options.sizes.size() == 1 || size == cv::Size(2592, 1944)) {
+      Print(StageTable(size) + "\n");
+    }
+  }
+}
+
 void FlatSection(const Options& options) {
   constexpr std::size_t kLarge = 1000000000;
   Print("\n## Time against the size of the mosaic\n\n");
@@ -109,6 +119,7 @@ int main(int argc, char** argv) {
   if (options.wants("live")) equal = LiveSection(options) && equal;
   if (options.wants("batch")) equal = BatchSection(options) && equal;
   if (options.wants("pair")) equal = PairSection(options) && equal;
+  if (options.wants("stages")) StageSection(options);
   if (options.wants("memory")) MemorySection(options);
   if (options.wants("flat")) FlatSection(options);
   Print(cv::format("\nPeak resident memory of the whole report: %.0f MiB\n",
