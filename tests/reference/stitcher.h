@@ -2,6 +2,7 @@
 #define JQ_TESTS_REFERENCE_STITCHER_H
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <opencv2/core.hpp>
 #include <string>
@@ -55,6 +56,7 @@ class Stitcher {
   std::vector<std::string> m_statusTexts;
   std::vector<bool> m_finishedNull;
   std::vector<cv::Mat> m_finishedPicture;
+  std::function<void()> m_onStatus;  // called after every text
 
   int GetCurImageSize() const;
   cv::Size GetCurSize() const;
@@ -82,6 +84,7 @@ class Stitcher {
   bool PassesAcceptance(const cv::Mat& newFrame) const;
   void Blend(const cv::Mat& newFrame);
   void RememberStart();
+  void Report(const std::string& text);
 };
 
 }  // namespace reference

@@ -32,7 +32,7 @@ void Stitcher::FillRecord(const _tagJQIMG* img, const cv::Mat& m) {
 
 void Stitcher::Trim() {
   if (m_mosaic.empty()) {  // such a matrix has no ranges to take
-    m_curFrame = cv::Mat();
+    m_curFrame.release();
     return;
   }
   const cv::Mat rows = m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y);

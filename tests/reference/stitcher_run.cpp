@@ -126,6 +126,11 @@ _tagJQIMG* Stitcher::Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLeve
   return m_pOutImage.get();
 }
 
+void Stitcher::Report(const std::string& text) {
+  m_statusTexts.push_back(text);
+  if (m_onStatus) m_onStatus();
+}
+
 void Stitcher::slotStartStitching() {
   if (!IsImageSizeMatched(m_fileList)) {
     m_finishedNull.push_back(true);
@@ -143,7 +148,7 @@ void Stitcher::slotStartStitching() {
   m_refFrame = m_curFrame;
   m_placed.clear();
   m_lastFramePlaced = true;
-  m_statusTexts.push_back("Image Stitching 1/" + count);
+  Report("Image Stitching 1/" + count);
 
   stitchflags& flags = m_algorithm.m_stitchFlags;
   for (std::size_t i = 1; i < m_fileList.size(); ++i) {
@@ -161,7 +166,7 @@ void Stitcher::slotStartStitching() {
       Blend(newFrame);
       ++m_nFrameCount;
     }
-    m_statusTexts.push_back("Image Stitching " + std::to_string(i + 1) + "/" + count);
+    Report("Image Stitching " + std::to_string(i + 1) + "/" + count);
   }
   Trim();
   m_finishedNull.push_back(false);

@@ -42,12 +42,11 @@ class BatchRun {
   BatchRun(JQImageStitching& stitcher, const QList<QString>& files)
       : m_status(&stitcher, &JQImageStitching::sglMultiImageProcessStatus),
         m_memory(&stitcher, &JQImageStitching::sglSystemMemoryNotEnough) {
-    const auto connection =
-        QObject::connect(&stitcher, &JQImageStitching::sglMultiImageProcessFinished,
-                         [this](void* dst) { m_finished.push_back(static_cast<cv::Mat*>(dst)); });
+    // The context ends the connection, also where the slot throws.
+    QObject::connect(&stitcher, &JQImageStitching::sglMultiImageProcessFinished, &m_context,
+                     [this](void* dst) { m_finished.push_back(static_cast<cv::Mat*>(dst)); });
     stitcher.m_fileList = files;
     invoked = QMetaObject::invokeMethod(&stitcher, "slotStartStitching", Qt::DirectConnection);
-    QObject::disconnect(connection);
   }
 
   std::vector<std::string> texts() const {
@@ -64,6 +63,7 @@ class BatchRun {
  private:
   QSignalSpy m_status;
   QSignalSpy m_memory;
+  QObject m_context;
   std::vector<cv::Mat*> m_finished;
 };
 
