@@ -2,14 +2,17 @@
 #define JQ_REGISTRATION_WORKSPACE_H
 
 #include "blend/fusion_scratch.h"
+#include "picture/scratch.h"
+#include "registration/corners.h"
 
 namespace jqstitching {
 
-/// Scratch memory of one engine, reused from frame to frame.
 struct Workspace {
+  ScratchPicture half;
+  CornerScratch corners;
   FusionScratch fusion;
 };
 
 }  // namespace jqstitching
 
-#endif  // JQ_REGISTRATION_WORKSPACE_H
+#endif
