@@ -9,6 +9,11 @@
 namespace jqstitching {
 namespace {
 
+// Corner - kBefore is the patch's first column and row.
+constexpr int kBefore = 10, kPatch = 20, kBlock = 4, kBlocks = kPatch / kBlock, kBins = 8;
+// A gradient spans this many pixels on each side.
+constexpr int kSpan = 2;
+
 // Angle of a gradient in whole degrees, y pointing down.
 int Angle(int gx, int gy) {
   if (gx == 0) return gy > 0 ? 90 : gy < 0 ? 270 : 0;
@@ -21,51 +26,116 @@ int Angle(int gx, int gy) {
   return a == 0 ? 0 : 360 - a;
 }
 
-class Samples {
+// Orientation bin and magnitude of every gradient. They depend on the sizes of
+// the two differences and on their signs alone, so a quarter of the gradients is
+// stored with its bins in all four quadrants.
+class GradientTable {
  public:
-  explicit Samples(const cv::Mat& grey)
-      : m_grey(grey), m_perRow(static_cast<size_t>(grey.cols) * grey.channels()) {}
-
-  // The rows follow each other without a gap: a sample past a row's end is the
-  // first of the next row. The row below the last one reads 0.
-  int at(int row, int col) const {
-    size_t r = static_cast<size_t>(row), c = static_cast<size_t>(col);
-    if (c >= m_perRow) {
-      ++r;
-      c -= m_perRow;
+  GradientTable() {
+    for (int y = 0; y < kSizes; ++y) {
+      for (int x = 0; x < kSizes; ++x) {
+        const auto magnitude =
+            static_cast<std::uint32_t>(std::sqrt(static_cast<float>(x * x + y * y)));
+        std::uint32_t entry = magnitude << kMagnitudeShift;
+        for (int quadrant = 0; quadrant < 4; ++quadrant) {
+          const int gx = (quadrant & 1) != 0 ? -x : x, gy = (quadrant & 2) != 0 ? -y : y;
+          entry |= static_cast<std::uint32_t>(Angle(gx, gy) / 45) << (4 * quadrant);
+        }
+        m_entries[y * kSizes + x] = entry;
+      }
     }
-    return r < static_cast<size_t>(m_grey.rows) ? m_grey.ptr(static_cast<int>(r))[c] : 0;
+  }
+
+  void add(int gx, int gy, std::uint16_t* bins) const {
+    const std::uint32_t entry = m_entries[std::abs(gy) * kSizes + std::abs(gx)];
+    const int quadrant = (gx < 0 ? 1 : 0) | (gy < 0 ? 2 : 0);
+    const std::uint32_t bin = (entry >> (4 * quadrant)) & 7;
+    bins[bin] = static_cast<std::uint16_t>(bins[bin] + (entry >> kMagnitudeShift));
   }
 
  private:
-  const cv::Mat& m_grey;
-  size_t m_perRow;
+  static constexpr int kSizes = 256;
+  static constexpr int kMagnitudeShift = 16;
+  std::uint32_t m_entries[kSizes * kSizes];
 };
+
+const GradientTable& Gradients() {
+  static const GradientTable table;
+  return table;
+}
+
+// The rows follow each other without a gap: a sample past a row's end is the
+// first of the next row. The row below the last one reads 0.
+int Sample(const cv::Mat& grey, int row, int col) {
+  const int perRow = grey.cols * grey.channels();
+  if (col >= perRow) {
+    ++row;
+    col -= perRow;
+  }
+  return row < grey.rows ? grey.ptr(row)[col] : 0;
+}
+
+// A patch that may reach over the border: pixels outside the valid band, which
+// guards two pixels on the low sides and one on the high sides, add nothing.
+void DescribeAtBorder(const cv::Mat& grey, const cv::Point& corner, std::uint16_t* bins) {
+  for (int i = 0; i < kPatch; ++i) {
+    for (int j = 0; j < kPatch; ++j) {
+      // 64 bits: a corner far outside the image must not wrap into it.
+      const std::int64_t col = std::int64_t{corner.x} - kBefore + i;
+      const std::int64_t row = std::int64_t{corner.y} - kBefore + j;
+      if (col < kSpan || row < kSpan || col >= grey.cols - 1 || row >= grey.rows - 1) continue;
+      const int c = static_cast<int>(col), r = static_cast<int>(row);
+      const int gx = Sample(grey, r, c + kSpan) - Sample(grey, r, c - kSpan);
+      const int gy = Sample(grey, r + kSpan, c) - Sample(grey, r - kSpan, c);
+      Gradients().add(gx, gy, bins + kBins * (kBlocks * (i / kBlock) + j / kBlock));
+    }
+  }
+}
+
+// Every pixel of the patch and its neighbours lie inside the image.
+bool IsInside(const cv::Mat& grey, const cv::Point& corner) {
+  constexpr int low = kBefore + kSpan, high = kPatch - kBefore + kSpan;
+  return corner.x >= low && corner.y >= low && corner.x <= grey.cols - high &&
+         corner.y <= grey.rows - high;
+}
+
+void DescribeInside(const cv::Mat& grey, const cv::Point& corner, const GradientTable& gradients,
+                    std::uint16_t* bins) {
+  const size_t step = grey.step[0];
+  const unsigned char* first = grey.ptr(corner.y - kBefore) + (corner.x - kBefore);
+  for (int j = 0; j < kPatch; ++j) {
+    const unsigned char* row = first + static_cast<size_t>(j) * step;
+    const unsigned char* above = row - kSpan * step;
+    const unsigned char* below = row + kSpan * step;
+    std::uint16_t* block = bins + kBins * (j / kBlock);
+    // One pixel of each block in turn, so that neighbouring sums do not wait for
+    // each other.
+    for (int c = 0; c < kBlock; ++c) {
+      for (int i = 0; i < kBlocks; ++i) {
+        const int p = i * kBlock + c;
+        gradients.add(row[p + kSpan] - row[p - kSpan], below[p] - above[p],
+                      block + kBins * kBlocks * i);
+      }
+    }
+  }
+}
 
 }  // namespace
 
 cv::Mat DescribeCorners(const cv::Mat& grey, const std::vector<cv::Point>& corners) {
-  cv::Mat descriptors = cv::Mat::zeros(static_cast<int>(corners.size()), 200, CV_16U);
-  const Samples image(grey);
+  if (grey.depth() != CV_8U) {
+    CV_Error(cv::Error::StsUnsupportedFormat,
+             cv::format("descriptors need an 8-bit image, not type %d", grey.type()));
+  }
+  cv::Mat descriptors =
+      cv::Mat::zeros(static_cast<int>(corners.size()), kBlocks * kBlocks * kBins, CV_16U);
+  const GradientTable& gradients = Gradients();
   for (size_t k = 0; k < corners.size(); ++k) {
     auto* bins = descriptors.ptr<std::uint16_t>(static_cast<int>(k));
-    for (int i = 0; i < 5; ++i) {
-      for (int j = 0; j < 5; ++j, bins += 8) {
-        for (int dc = 0; dc < 4; ++dc) {
-          for (int dr = 0; dr < 4; ++dr) {
-            // 64 bits: a corner far outside the image must not wrap into it.
-            const std::int64_t col = std::int64_t{corners[k].x} - 10 + 4 * i + dc;
-            const std::int64_t row = std::int64_t{corners[k].y} - 10 + 4 * j + dr;
-            if (col < 2 || row < 2 || col >= grey.cols - 1 || row >= grey.rows - 1) continue;
-            const int c = static_cast<int>(col), r = static_cast<int>(row);
-            const int gx = image.at(r, c + 2) - image.at(r, c - 2);
-            const int gy = image.at(r + 2, c) - image.at(r - 2, c);
-            const auto magnitude =
-                static_cast<int>(std::sqrt(static_cast<float>(gx * gx + gy * gy)));
-            bins[Angle(gx, gy) / 45] += static_cast<std::uint16_t>(magnitude);
-          }
-        }
-      }
+    if (IsInside(grey, corners[k])) {
+      DescribeInside(grey, corners[k], gradients, bins);
+    } else {
+      DescribeAtBorder(grey, corners[k], bins);
     }
   }
   return descriptors;

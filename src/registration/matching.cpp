@@ -4,34 +4,20 @@
 
 namespace jqstitching {
 
-std::vector<cv::Point> MatchDescriptors(const cv::Mat& first, const cv::Mat& second) {
+std::vector<cv::Point> MatchDescriptors(const TransposedDescriptors& first, const cv::Mat& second) {
+  // On squared distances: only near-ties are rejected.
+  constexpr double kRatio = 0.98;
   std::vector<cv::Point> pairs;
-  if (first.rows == 0 || second.rows == 0) return pairs;
-  if (first.cols < second.cols) {
-    CV_Error(cv::Error::StsUnmatchedSizes,
-             cv::format("first has %d columns, second has %d", first.cols, second.cols));
-  }
-  cv::Mat a, b;
-  first.convertTo(a, CV_32F);
-  second.convertTo(b, CV_32F);
-  cv::Mat distances(1, a.rows, CV_32F);
-  for (int i = 0; i < b.rows; ++i) {
-    const float* wanted = b.ptr<float>(i);
-    for (int k = 0; k < a.rows; ++k) {
-      const float* row = a.ptr<float>(k);
-      float sum = 0;
-      for (int c = 0; c < b.cols; ++c) {
-        const float difference = wanted[c] - row[c];
-        sum += difference * difference;
-      }
-      distances.at<float>(k) = sum;
+  if (first.count() == 0) return pairs;
+  std::vector<float> distances(first.stride());
+  for (int i = 0; i < second.rows; ++i) {
+    SquaredDistances(first, second.ptr<float>(i), static_cast<size_t>(second.cols),
+                     distances.data());
+    const Nearest nearest = FindNearest(distances.data(), first.count());
+    // Two exact duplicates give 0 / 0, which is not below.
+    if (static_cast<double>(nearest.distance) / nearest.runnerUp < kRatio) {
+      pairs.emplace_back(i, static_cast<int>(nearest.index));
     }
-    double nearest = 0, farthest = 0, runnerUp = 0;
-    cv::Point position;
-    cv::minMaxLoc(distances, &nearest, &farthest, &position);
-    distances.at<float>(position.x) = static_cast<float>(farthest);
-    cv::minMaxLoc(distances, &runnerUp);
-    if (nearest / runnerUp < 0.98) pairs.emplace_back(i, position.x);
   }
   return pairs;
 }
@@ -40,7 +26,20 @@ std::vector<cv::Point> MatchDescriptors(const cv::Mat& first, const cv::Mat& sec
 
 void JQStitchingAlgorithm::CalacDistanceIndexFun(cv::Mat first, cv::Mat second,
                                                  std::vector<cv::Point>& pairs) {
-  const std::vector<cv::Point> found = jqstitching::MatchDescriptors(first, second);
+  if (first.rows == 0 || second.rows == 0) return;
+  if (first.cols < second.cols || first.channels() != 1 || second.channels() != 1) {
+    CV_Error(cv::Error::StsUnmatchedSizes,
+             cv::format("descriptors need one channel and as many columns in the first list as in "
+                        "the second, not %d x %d and %d x %d",
+                        first.cols, first.channels(), second.cols, second.channels()));
+  }
+  first.convertTo(first, CV_32F);
+  second.convertTo(second, CV_32F);
+  if (!cv::checkRange(first) || !cv::checkRange(second)) {
+    CV_Error(cv::Error::StsOutOfRange, "a descriptor holds a value that is not finite");
+  }
+  const std::vector<cv::Point> found =
+      jqstitching::MatchDescriptors(jqstitching::TransposedDescriptors(first), second);
   pairs.insert(pairs.end(), found.begin(), found.end());
 }
 
