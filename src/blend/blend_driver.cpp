@@ -1,9 +1,9 @@
 #include <opencv2/imgproc.hpp>
 
 #include "blend/fusion.h"
+#include "engine/detect_level.h"
+#include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
-#include "registration/detect_level.h"
-#include "registration/workspace.h"
 
 namespace {
 

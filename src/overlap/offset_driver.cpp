@@ -1,13 +1,52 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/detect_level.h"
+#include "engine/registration_step.h"
 #include "jqstitchingalgorithm.h"
-#include "registration/detect_level.h"
+#include "overlap/motion.h"
+#include "overlap/overlap_extraction.h"
+#include "overlap/overlap_flag.h"
+
+namespace {
+
+using namespace jqstitching;
+
+// Black, twice the frame in each direction, with the frame in its middle. An odd
+// size puts the frame one pixel further right or down.
+cv::Mat StartCanvas(const cv::Mat& frame, cv::Point& position) {
+  const int rows = frame.rows, cols = frame.cols;
+  position = cv::Point(cols - cols / 2, rows - rows / 2);
+  cv::Mat canvas = cv::Mat::zeros(2 * rows, 2 * cols, frame.channels() == 1 ? CV_8UC1 : CV_8UC3);
+  cv::Mat middle = canvas(cv::Rect(position, frame.size()));
+  if (frame.type() != canvas.type()) {
+    CV_Error(
+        cv::Error::StsUnmatchedFormats,
+        cv::format("a canvas takes 8-bit frames of 1 or 3 channels, not type %d", frame.type()));
+  }
+  frame.copyTo(middle);
+  return canvas;
+}
+
+// The frame's part of the overlap, halved: the whole frame's half where the part
+// is the whole frame.
+cv::Mat HalfOfPart(const GreyAndHalf& frame, const Overlap& overlap, const cv::Mat& frameColour,
+                   QualityScratch& scratch) {
+  if (overlap.second.size() == frameColour.size()) return frame.half;
+  cv::Size whole;
+  cv::Point corner, frameCorner;
+  overlap.second.locateROI(whole, corner);
+  frameColour.locateROI(whole, frameCorner);
+  const cv::Rect part(corner - frameCorner, overlap.second.size());
+  return Halve(frame.grey(part), scratch.halves[1]);
+}
+
+}  // namespace
 
 void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImage,
                                                  cv::Mat prevImage, cv::Mat curImage,
                                                  cv::Point& minPoint, cv::Point& maxPoint,
                                                  cv::Mat& mosaicImage, stitchflags& flags) {
-  jqstitching::CheckDetectLevel(m_nDetectLevel);
+  CheckDetectLevel(m_nDetectLevel);
   if (m_nDetectLevel != 1) {
     // The new frame's size is the target for all three.
     const cv::Size size(curImage.cols / m_nDetectLevel, curImage.rows / m_nDetectLevel);
@@ -22,37 +61,59 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
   cv::Mat mosaic = mosaicImage;
 
   if (frameIndex == 0) {
-    const int rows = refImage.rows, cols = refImage.cols;
-    // An odd size puts the frame one pixel further right or down.
-    const cv::Point position(cols - cols / 2, rows - rows / 2);
-    cv::Mat canvas =
-        cv::Mat::zeros(2 * rows, 2 * cols, refImage.channels() == 1 ? CV_8UC1 : CV_8UC3);
-    refImage.copyTo(canvas(cv::Rect(position, refImage.size())));
-    m_nImageRows = rows;
-    m_nImageCols = cols;
+    cv::Point position;
+    mosaic = StartCanvas(refImage, position);
+    m_nImageRows = refImage.rows;
+    m_nImageCols = refImage.cols;
     record.positionX = position.x;
     record.positionY = position.y;
     boxMin = position;
-    boxMax = position + cv::Point(cols, rows);
-    mosaic = canvas;
+    boxMax = position + cv::Point(refImage.cols, refImage.rows);
   }
+
+  Workspace& workspace = m_workspace.get();
+  const bool shared = CanRegisterShared(refImage, curImage);
+  const GreyAndHalf* current = nullptr;  // made once, where the registration can use it too
 
   if (m_nOverlapMode == 0) {
     m_fBrightThreshold = m_nUsePresets != 0 ? m_fBrightPreset : 128.0f;
     m_fDefinitionThreshold = m_nUsePresets != 0 ? m_fDefinitionPreset : 128.0f;
     // The offset of the previous call: the new frame is registered afterwards.
-    cv::Mat mosaicPart, framePart;
-    TakeOutOverLapImageFromMoasicImage(cv::Point(record.positionX, record.positionY),
-                                       record.offsetX, record.offsetY, mosaic, curImage, mosaicPart,
-                                       framePart);
-    CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
-                            mosaicPart, framePart, record.overlapFlag);
+    const Overlap overlap = CutOverlap(cv::Point(record.positionX, record.positionY),
+                                       record.offsetX, record.offsetY, mosaic, curImage);
+    if (shared && IsPlainPicture(mosaic)) {
+      current = &workspace.current.make(curImage);
+      QualityScratch& scratch = workspace.quality;
+      const cv::Mat mosaicHalf = ToHalf(overlap.first, scratch.rows, scratch.halves[0]);
+      const OverlapLimits limits{curImage.rows, curImage.cols, m_fBrightThreshold,
+                                 m_fDefinitionThreshold};
+      record.overlapFlag = IsFit(record.offsetX, record.offsetY, limits, mosaicHalf,
+                                 HalfOfPart(*current, overlap, curImage, scratch), scratch);
+    } else {
+      CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
+                              overlap.first.clone(), overlap.second.clone(), record.overlapFlag);
+    }
   } else {
     m_nFlagThreshold = m_nUsePresets != 0 ? m_nFlagPreset : 255;
-    record.overlapFlag = ImageMotionModel(prevImage, curImage) < m_nFlagThreshold ? 1 : 0;
+    int motion = 0;
+    if (shared && curImage.type() == CV_8UC3 && prevImage.type() == CV_8UC3) {
+      CheckMotionFrames(prevImage, curImage);
+      const bool halved = m_nDetectLevel < 3;
+      current = halved ? &workspace.current.make(curImage) : &workspace.current.makeGrey(curImage);
+      motion =
+          MotionDifference(ToGrey(prevImage, workspace.previous), current->grey, workspace.quality);
+    } else {
+      motion = ImageMotionModel(prevImage, curImage);
+    }
+    record.overlapFlag = motion < m_nFlagThreshold;
   }
 
-  ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);
+  if (current != nullptr) {
+    RegisterShared(*this, workspace, refImage, *current, record.offsetX, record.offsetY,
+                   record.matchCount);
+  } else {
+    ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);
+  }
 
   minPoint = boxMin;
   maxPoint = boxMax;

@@ -2,24 +2,29 @@
 #define JQ_OVERLAP_OVERLAP_QUALITY_H
 
 #include <opencv2/core.hpp>
+#include <vector>
+
+#include "overlap/blur.h"
 
 namespace jqstitching {
 
-/// Grey pictures of half the size of `first`, the common ground of both measures.
-struct HalvedPair {
-  cv::Mat first, second;
+/// Working memory of the measures.
+struct QualityScratch {
+  BlurScratch blur;
+  std::vector<unsigned char> terms[2];
+  ScratchPicture rows, halves[2];
 };
 
-/// Both pictures in grey, resized to half of `first`'s size.
-HalvedPair HalvePair(const cv::Mat& first, const cv::Mat& second);
+/// Both measures take halved grey pictures (`CV_8UC1`) of one size.
 
-/// Mean absolute difference after a 5-tap blur, a single-precision sum in raster
-/// order. NaN for empty pictures.
-float BrightnessDifference(const HalvedPair& pair);
+/// Mean absolute difference of the blurred pictures: a single-precision sum in
+/// raster order, divided by the area. NaN for empty pictures.
+float BrightnessDifference(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch);
 
 /// Difference of the means of the responses above 10 to vertical edges, 5 pixels
-/// inside the border. NaN when a picture has no such response.
-float DefinitionDifference(const HalvedPair& pair);
+/// inside the border; single-precision sums in raster order. NaN when a picture
+/// has no such response.
+float DefinitionDifference(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch);
 
 }  // namespace jqstitching
 

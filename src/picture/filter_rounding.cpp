@@ -5,6 +5,8 @@
 #include <cstring>
 #include <opencv2/imgproc.hpp>
 
+#include "cpu/fused.h"
+
 namespace jqstitching {
 namespace {
 
@@ -109,6 +111,13 @@ FilterRounding LibraryFilterRounding() {
   }
   static const FilterRounding plain = FindOut();
   return plain;
+}
+
+std::optional<bool> FollowableRounding() {
+  const FilterRounding rounding = LibraryFilterRounding();
+  const bool fused = rounding == FilterRounding::kFused;
+  if (rounding == FilterRounding::kUnknown || (fused && !cpu::HasFused())) return std::nullopt;
+  return fused;
 }
 
 }  // namespace jqstitching

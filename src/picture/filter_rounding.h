@@ -1,6 +1,8 @@
 #ifndef JQ_PICTURE_FILTER_ROUNDING_H
 #define JQ_PICTURE_FILTER_ROUNDING_H
 
+#include <optional>
+
 namespace jqstitching {
 
 /// How `cv::filter2D` adds up its taps in this process. It takes them in order,
@@ -16,6 +18,10 @@ enum class FilterRounding {
 /// Found out by filtering small pictures, once for each setting of
 /// `cv::useOptimized`.
 FilterRounding LibraryFilterRounding();
+
+/// Whether our own passes must fuse to follow it; nothing when it is not known or
+/// the vector level in use cannot.
+std::optional<bool> FollowableRounding();
 
 }  // namespace jqstitching
 

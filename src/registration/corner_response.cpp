@@ -84,12 +84,10 @@ void ByRows(const cv::Mat& image, bool fused, ResponseScratch& scratch,
 
 void ForEachResponseRow(const cv::Mat& image, ResponseScratch& scratch,
                         const std::function<float*(int)>& target, const ResponseVisitor& visit) {
-  const FilterRounding rounding = LibraryFilterRounding();
-  const bool fused = rounding == FilterRounding::kFused;
-  if (rounding == FilterRounding::kUnknown || (fused && !CanFuse())) {
-    ByLibrary(image, scratch, target, visit);
+  if (const std::optional<bool> fused = FollowableRounding()) {
+    ByRows(image, *fused, scratch, target, visit);
   } else {
-    ByRows(image, fused, scratch, target, visit);
+    ByLibrary(image, scratch, target, visit);
   }
 }
 

@@ -12,6 +12,7 @@
 #include <hwy/highway.h>
 
 #include "cpu/dispatch.h"
+#include "cpu/fused-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -69,22 +70,6 @@ void ProductsKernel(const std::uint8_t* above, const std::uint8_t* row, const st
   }
 }
 
-#ifdef HWY_NATIVE_FMA
-constexpr bool kNativeFma = true;
-#else
-constexpr bool kNativeFma =
-    HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL;
-#endif
-
-template <bool kFused, class V>
-HWY_INLINE V AddTap(V sum, V tap, V sample) {
-  if constexpr (kFused) {
-    return hn::MulAdd(tap, sample, sum);
-  } else {
-    return hn::Add(sum, hn::Mul(tap, sample));
-  }
-}
-
 // Sample k of column j is at sources[k] + j.
 template <bool kFused>
 HWY_INLINE void Smooth(const float* const* sources, const float* taps, int begin, int end,
@@ -108,10 +93,6 @@ void SmoothKernel(const float* const* sources, const float* taps, int begin, int
   } else {
     Smooth<false>(sources, taps, begin, end, out);
   }
-}
-
-bool CanFuseKernel() {
-  return kNativeFma;
 }
 
 double ResponseKernel(const float* xx, const float* yy, const float* xy, int begin, int end,
@@ -195,7 +176,6 @@ namespace jqstitching {
 
 HWY_EXPORT(ProductsKernel);
 HWY_EXPORT(SmoothKernel);
-HWY_EXPORT(CanFuseKernel);
 HWY_EXPORT(ResponseKernel);
 HWY_EXPORT(MaximaKernel);
 
@@ -213,10 +193,6 @@ void SmoothAcross(const float* row, const float* taps, int begin, int end, bool 
   const float* sources[kTaps];
   for (int k = 0; k < kTaps; ++k) sources[k] = row + k - kTaps / 2;
   JQ_DISPATCH(SmoothKernel)(sources, taps, begin, end, fused, out);
-}
-
-bool CanFuse() {
-  return JQ_DISPATCH(CanFuseKernel)();
 }
 
 double ResponseRow(const float* xx, const float* yy, const float* xy, int begin, int end,

@@ -23,15 +23,12 @@ void ProductsRow(const std::uint8_t* above, const std::uint8_t* row, const std::
                  int begin, int end, float* const out[kMaps]);
 
 /// out[j] = sum of taps[k] * rows[k][j], k ascending, in single precision; one
-/// rounding per tap when `fused`.
+/// rounding per tap when `fused` (the level must have it: cpu::HasFused).
 void SmoothDown(const float* const rows[kTaps], const float* taps, int begin, int end, bool fused,
                 float* out);
 
 /// out[j] = sum of taps[k] * row[j + k - 4], likewise.
 void SmoothAcross(const float* row, const float* taps, int begin, int end, bool fused, float* out);
-
-/// Whether the vector level in use has the fused operation.
-bool CanFuse();
 
 /// response[j] = max(0, float(det + (t * -0.007) * t)), with det = xx * yy - xy * xy
 /// and t = xx + yy in single precision and the rest in double. Returns the sum

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
+#include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 #include "picture/grey.h"
 #include "registration/corners.h"
-#include "registration/workspace.h"
 
 namespace jqstitching {
 

@@ -1,11 +1,23 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/registration_step.h"
 #include "jqstitchingalgorithm.h"
+#include "picture/grey.h"
 
 int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
                                          int& supportCount) {
-  // The first image decides for both, and code 7 holds for frames in
-  // blue-green-red order too.
+  using namespace jqstitching;
+  if (CanRegisterShared(first, second)) {
+    Workspace& workspace = m_workspace.get();
+    const bool halved = m_nDetectLevel < 3;
+    const GreyAndHalf& current =
+        halved ? workspace.current.make(second) : workspace.current.makeGrey(second);
+    RegisterShared(*this, workspace, first, current, offsetX, offsetY, supportCount);
+    return 0;
+  }
+
+  // Pictures of other kinds go through the steps one by one. The first image
+  // decides for both, and code 7 holds for frames in blue-green-red order too.
   if (first.channels() != 1) {
     cv::cvtColor(first, first, cv::COLOR_RGB2GRAY);
     cv::cvtColor(second, second, cv::COLOR_RGB2GRAY);

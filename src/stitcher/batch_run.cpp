@@ -44,14 +44,6 @@ void JQImageStitching::slotStartStitching() {
                                     count);
   }
 
-  // One file on a fresh stitcher makes no mosaic: the copy of an empty matrix, which
-  // has no ranges to take, is empty.
-  if (m_mosaic.empty()) {
-    m_curFrame.release();
-  } else {
-    m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y)
-        .colRange(m_mosaicMin.x, m_mosaicMax.x)
-        .copyTo(m_curFrame);
-  }
+  m_curFrame = RunState::trimmed(*this);
   emit sglMultiImageProcessFinished(&m_curFrame);
 }

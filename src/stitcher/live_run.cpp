@@ -1,4 +1,5 @@
 #include <memory>
+#include <utility>
 
 #include "jqglobalclass.h"
 #include "jqimageconvert.h"
@@ -37,9 +38,10 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     CV_Error(cv::Error::StsInternal,
              "a live run cannot start on a stitcher that holds a canvas or a batch run");
   }
-  cv::Mat newFrame;
+  cv::Mat newFrame = m_pRun->takeSpare();
   ConvertJQImgToCv8UC3(img, newFrame);
   m_pAlgorithm->JudgeImageChannel(newFrame, newFrame);
+  cv::Mat oldReference = m_refFrame;
   bool accepted = false;
   bool judged = false;
   try {
@@ -60,7 +62,9 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     ++m_nFrameCount;
   }
   m_pRun->lastFramePlaced = accepted;
-  m_curFrame = newFrame;
+  std::swap(m_curFrame, newFrame);
+  m_pRun->recycle(newFrame);
+  m_pRun->recycle(oldReference);
   jqstitching::FillRecord(*m_pOutImage, *img, m_mosaic);
   return m_pOutImage;
 }

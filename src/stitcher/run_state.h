@@ -16,7 +16,18 @@ struct JQImageStitching::RunState {
   /// it throws, the stitcher is as before.
   static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame, bool& accepted);
 
+  /// A deep copy of the mosaic's content box; empty without a mosaic.
+  static cv::Mat trimmed(const JQImageStitching& stitcher);
+
+  /// Keeps the memory of a picture that nobody else holds, for the next frame.
+  void recycle(cv::Mat& picture);
+  /// Memory to convert a frame into; empty when there is none.
+  cv::Mat takeSpare();
+
  private:
+  // A frame that is left out frees one picture, one that is placed two.
+  cv::Mat m_spares[2];
+
   static bool isAccepted(const JQImageStitching& stitcher, const cv::Mat& newFrame);
   static void place(JQImageStitching& stitcher, cv::Mat& newFrame);
 };

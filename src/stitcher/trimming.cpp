@@ -1,14 +1,20 @@
 #include <opencv2/imgcodecs.hpp>
 #include <string>
 
-#include "jqimagestitching.h"
 #include "stitcher/output_record.h"
+#include "stitcher/run_state.h"
+
+cv::Mat JQImageStitching::RunState::trimmed(const JQImageStitching& stitcher) {
+  // A batch run of one file makes no mosaic; an empty matrix has no ranges to take.
+  if (stitcher.m_mosaic.empty()) return cv::Mat();
+  return stitcher.m_mosaic.rowRange(stitcher.m_mosaicMin.y, stitcher.m_mosaicMax.y)
+      .colRange(stitcher.m_mosaicMin.x, stitcher.m_mosaicMax.x)
+      .clone();
+}
 
 bool JQImageStitching::CutEdge() {
   if (m_curFrame.empty() || m_mosaic.empty()) return false;
-  m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y)
-      .colRange(m_mosaicMin.x, m_mosaicMax.x)
-      .copyTo(m_curFrame);
+  m_curFrame = RunState::trimmed(*this);
   return true;
 }
 

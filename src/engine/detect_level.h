@@ -1,5 +1,5 @@
-#ifndef JQ_REGISTRATION_DETECT_LEVEL_H
-#define JQ_REGISTRATION_DETECT_LEVEL_H
+#ifndef JQ_ENGINE_DETECT_LEVEL_H
+#define JQ_ENGINE_DETECT_LEVEL_H
 
 #include <cstdint>
 
@@ -10,4 +10,4 @@ void CheckDetectLevel(std::int32_t detectLevel);
 
 }  // namespace jqstitching
 
-#endif  // JQ_REGISTRATION_DETECT_LEVEL_H
+#endif  // JQ_ENGINE_DETECT_LEVEL_H

@@ -1,4 +1,4 @@
-#include "registration/detect_level.h"
+#include "engine/detect_level.h"
 
 #include <opencv2/core.hpp>
 

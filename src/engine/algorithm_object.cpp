@@ -1,5 +1,5 @@
+#include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
-#include "registration/workspace.h"
 #include "registration/zero_samples.h"
 
 namespace jqstitching {

@@ -1,0 +1,32 @@
+#ifndef JQ_ENGINE_CURRENT_FRAME_H
+#define JQ_ENGINE_CURRENT_FRAME_H
+
+#include <opencv2/core.hpp>
+
+#include "picture/grey.h"
+
+namespace jqstitching {
+
+/// The new frame's grey pictures, made once and shared by the overlap test and
+/// the registration of one call.
+class CurrentFrame {
+ public:
+  /// `frame` is an 8-bit picture of 1 or 3 channels.
+  const GreyAndHalf& make(const cv::Mat& frame) {
+    m_pictures = ToGreyAndHalf(frame, m_grey, m_half);
+    return m_pictures;
+  }
+  /// The grey picture alone.
+  const GreyAndHalf& makeGrey(const cv::Mat& frame) {
+    m_pictures = {ToGrey(frame, m_grey), cv::Mat()};
+    return m_pictures;
+  }
+
+ private:
+  ScratchPicture m_grey, m_half;
+  GreyAndHalf m_pictures;
+};
+
+}  // namespace jqstitching
+
+#endif  // JQ_ENGINE_CURRENT_FRAME_H
