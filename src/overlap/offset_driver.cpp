@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <opencv2/imgproc.hpp>
 
 #include "engine/detect_level.h"
@@ -29,15 +30,11 @@ cv::Mat StartCanvas(const cv::Mat& frame, cv::Point& position) {
 
 // The frame's part of the overlap, halved: the whole frame's half where the part
 // is the whole frame.
-cv::Mat HalfOfPart(const GreyAndHalf& frame, const Overlap& overlap, const cv::Mat& frameColour,
+cv::Mat HalfOfPart(const GreyAndHalf& frame, const Overlap& overlap, const stitchflags& record,
                    QualityScratch& scratch) {
-  if (overlap.second.size() == frameColour.size()) return frame.half;
-  cv::Size whole;
-  cv::Point corner, frameCorner;
-  overlap.second.locateROI(whole, corner);
-  frameColour.locateROI(whole, frameCorner);
-  const cv::Rect part(corner - frameCorner, overlap.second.size());
-  return Halve(frame.grey(part), scratch.halves[1]);
+  if (overlap.second.size() == frame.grey.size()) return frame.half;
+  const cv::Point corner(std::max(-record.offsetX, 0), std::max(-record.offsetY, 0));
+  return Halve(frame.grey(cv::Rect(corner, overlap.second.size())), scratch.halves[1]);
 }
 
 }  // namespace
@@ -88,7 +85,7 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
       const OverlapLimits limits{curImage.rows, curImage.cols, m_fBrightThreshold,
                                  m_fDefinitionThreshold};
       record.overlapFlag = IsFit(record.offsetX, record.offsetY, limits, mosaicHalf,
-                                 HalfOfPart(*current, overlap, curImage, scratch), scratch);
+                                 HalfOfPart(*current, overlap, record, scratch), scratch);
     } else {
       CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
                               overlap.first.clone(), overlap.second.clone(), record.overlapFlag);
