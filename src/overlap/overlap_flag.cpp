@@ -1,3 +1,5 @@
+#include "overlap/overlap_flag.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include "engine/workspace.h"
