@@ -21,8 +21,9 @@
 // has one solution, which a guess equals exactly when it satisfies every link. The
 // guess replaces d[c-1] by the row above at the same column: right wherever the
 // distance is measured from above, or from a vertical edge, or has met its cap,
-// which is nearly everywhere. A guess that fails is put through the links until it
-// stays: each round settles at least one more lane.
+// which is nearly everywhere. A guess that fails gives way to one that costs more and
+// holds for any content; that one is put through the links until it stays, which
+// settles at least one more lane each round.
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -53,33 +54,56 @@ using D = hn::ScalableTag<float>;
 using V = hn::Vec<D>;
 using Indices = decltype(hn::SetTableIndices(D(), static_cast<const int32_t*>(nullptr)));
 
-// Moves lanes one column right (forward) or left (backward) across the whole
-// vector; the lane that becomes free takes the nearest lane of the vector before.
+constexpr int32_t kLanes = static_cast<int32_t>(hn::MaxLanes(D()));
+
+// Moves lanes right (forward) or left (backward) across the whole vector.
 template <bool kForward>
 struct Shifter {
-  Shifter() : move(Make(true)), edge(Make(false)), isFree(Free()) {}
-
-  static Indices Make(bool isMove) {
-    const D d;
-    const int32_t lanes = static_cast<int32_t>(hn::Lanes(d));
-    HWY_ALIGN int32_t index[hn::MaxLanes(D())];
-    for (int32_t i = 0; i < lanes; ++i) {
-      const int32_t moved = kForward ? std::max(i - 1, 0) : std::min(i + 1, lanes - 1);
-      index[i] = isMove ? moved : (kForward ? lanes - 1 : 0);
+  Shifter() {
+    for (int k = 0, step = 1; step < kLanes; ++k, step *= 2) {
+      move[k] = Table([step](int32_t i) { return kForward ? i - step : i + step; });
+      isFree[k] = hn::FirstN(D(), kForward ? step : kLanes - step);
+      if (!kForward) isFree[k] = hn::Not(isFree[k]);
     }
-    return hn::SetTableIndices(d, index);
+    edge = Table([](int32_t) { return kForward ? kLanes - 1 : 0; });
+    HWY_ALIGN float steps[kLanes];
+    for (int32_t i = 0; i < kLanes; ++i) steps[i] = kForward ? i + 1.0f : 1.0f * (kLanes - i);
+    stepsFromEdge = hn::Load(D(), steps);
   }
-  static hn::Mask<D> Free() {
-    const D d;
-    return kForward ? hn::FirstN(d, 1) : hn::Not(hn::FirstN(d, hn::Lanes(d) - 1));
+  template <class Source>
+  static Indices Table(Source source) {
+    HWY_ALIGN int32_t index[kLanes];
+    for (int32_t i = 0; i < kLanes; ++i) index[i] = std::min(std::max(source(i), 0), kLanes - 1);
+    return hn::SetTableIndices(D(), index);
   }
-  V operator()(V v, V nearest) const {
-    return hn::IfThenElse(isFree, nearest, hn::TableLookupLanes(v, move));
+  // By 2^k lanes; the lanes that become free take `fill`'s.
+  V operator()(int k, V v, V fill) const {
+    return hn::IfThenElse(isFree[k], fill, hn::TableLookupLanes(v, move[k]));
   }
 
-  Indices move, edge;
-  hn::Mask<D> isFree;
+  Indices move[4], edge;
+  hn::Mask<D> isFree[4];
+  V stepsFromEdge;
 };
+
+// A guess for any content: the chain within the vector by doubling, every step a
+// sum of its own, and the way from `nearest`, the distance at the edge. The latter
+// takes one product for many equal steps, which is right unless the spacing of
+// floats changes on the way.
+template <bool kForward>
+V CarefulGuess(const Shifter<kForward>& shift, V a, V nearest) {
+  const D d;
+  const V step = hn::Set(d, kStraightStep);
+  const V cap = hn::Set(d, kDistanceCap);
+  V within = a;
+  for (int k = 0, steps = 1; steps < kLanes; ++k, steps *= 2) {
+    V moved = shift(k, within, cap);
+    for (int n = 0; n < steps; ++n) moved = hn::Add(moved, step);
+    within = hn::Min(within, moved);
+  }
+  const V roundedStep = hn::Sub(hn::Add(nearest, step), nearest);
+  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, shift.stepsFromEdge)));
+}
 
 // The chain of one vector: `a` the terms that do not wait, `guess` the first
 // trial, `before` the finished vector that the chain comes from.
@@ -88,11 +112,14 @@ V SolveChain(const Shifter<kForward>& shift, V a, V guess, V before) {
   const D d;
   const V step = hn::Set(d, kStraightStep);
   const V nearest = hn::TableLookupLanes(before, shift.edge);
-  for (;;) {
-    const V next = hn::Min(a, hn::Add(shift(guess, nearest), step));
-    if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(next, guess)))) return guess;
+  V next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+  if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(next, guess)))) return guess;
+  next = CarefulGuess(shift, a, nearest);
+  do {
     guess = next;
-  }
+    next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+  } while (!hn::AllTrue(d, hn::Eq(next, guess)));
+  return guess;
 }
 
 // min(value, row[c-1] + g, row[c] + s, row[c+1] + g) for the columns from c on.
@@ -109,13 +136,12 @@ void ForwardChains(const float* up, const std::uint8_t* content, float* out, int
   const D d;
   const hn::RebindToSigned<D> di;
   const hn::Rebind<std::uint8_t, D> db;
-  static_assert(hn::MaxLanes(D()) <= kRowPad, "pads are too narrow");
-  const int lanes = static_cast<int>(hn::Lanes(d));
+  static_assert(kLanes <= static_cast<int32_t>(kRowPad), "pads are too narrow");
   const V cap = hn::Set(d, kDistanceCap);
   const V step = hn::Set(d, kStraightStep);
   const Shifter<true> shift;
   V before = cap;
-  for (int c = 0; c < cols; c += lanes) {
+  for (int c = 0; c < cols; c += kLanes) {
     const auto samples = hn::PromoteTo(di, hn::LoadU(db, content + c));
     const V init = hn::IfThenElseZero(hn::RebindMask(d, hn::Ne(samples, hn::Zero(di))), cap);
     const V left = hn::LoadU(d, up + c - 1);
@@ -127,13 +153,12 @@ void ForwardChains(const float* up, const std::uint8_t* content, float* out, int
 
 void BackwardChains(const float* fore, const float* down, float* out, int cols) {
   const D d;
-  const int lanes = static_cast<int>(hn::Lanes(d));
   const V step = hn::Set(d, kStraightStep);
   const Shifter<false> shift;
   V before = hn::Set(d, kDistanceCap);
   // The pads take part: they hold the cap on entry, and what they get here is a
   // longer way than the one that the last column already has.
-  for (int c = (cols - 1) / lanes * lanes; c >= 0; c -= lanes) {
+  for (int c = (cols - 1) / kLanes * kLanes; c >= 0; c -= kLanes) {
     const V right = hn::LoadU(d, down + c + 1);
     const V a = FromNeighbourRow(hn::LoadU(d, fore + c), hn::LoadU(d, down + c - 1),
                                  hn::LoadU(d, down + c), right);
