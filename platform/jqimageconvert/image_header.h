@@ -15,10 +15,11 @@ namespace jqheader {
 /// the image library refuses.
 cv::Size pngSize(std::FILE* file);
 
-/// Size of a JPEG file with a frame header of a kind that the image library
-/// decodes and an end mark. Not sure (0 x 0) for damage, an orientation tag that
-/// swaps width and height, or anything unusual. Damage within the compressed
-/// data does not count: the decoder makes a picture of the full size of it.
+/// Size of a whole baseline JPEG file: one scan with all that it uses defined
+/// before, and compressed data without stray marks up to the end mark. Not sure
+/// (0 x 0) for damage, a progressive file, an orientation tag that swaps width and
+/// height, or anything unusual. Wrong values within the compressed data do not
+/// count: a decoder makes a picture of the full size of them.
 cv::Size jpegSize(std::FILE* file);
 
 /// Sides and areas above these are refused by the image library's defaults.

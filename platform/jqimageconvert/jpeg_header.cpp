@@ -1,120 +1,90 @@
+#include <cstring>
 #include <vector>
 
 #include "image_header.h"
+#include "jpeg_parts.h"
 
 namespace jqheader {
 namespace {
 
-constexpr int kStartOfFrameBaseline = 0xC0;
-constexpr int kStartOfFrameProgressive = 0xC2;
-constexpr int kHuffmanTables = 0xC4;
+constexpr int kFrameBaseline = 0xC0;
+constexpr int kHuffman = 0xC4;
+constexpr int kFirstRestart = 0xD0;
+constexpr int kLastRestart = 0xD7;
 constexpr int kEndOfImage = 0xD9;
-constexpr int kStartOfScan = 0xDA;
-constexpr int kExif = 0xE1;
-constexpr unsigned kOrientationTag = 0x0112;
+constexpr int kScan = 0xDA;
+constexpr int kQuantisation = 0xDB;
+constexpr int kRestartInterval = 0xDD;
+constexpr int kFile = 0xE0;
+constexpr int kTags = 0xE1;
+constexpr int kComment = 0xFE;
 
-// A 16-bit or 32-bit number at an offset, in the byte order of the tag block;
-// `ok` turns false when it lies outside.
-class Tags {
- public:
-  Tags(const unsigned char* data, std::size_t size) : m_data(data), m_size(size) {
-    m_little = size >= 2 && data[0] == 'I' && data[1] == 'I';
-    ok = size >= 8 && (m_little || (data[0] == 'M' && data[1] == 'M')) && u16(2) == 42;
-  }
-  unsigned u16(std::size_t at) {
-    if (at + 2 > m_size) {
-      ok = false;
-      return 0;
-    }
-    return m_little ? m_data[at] | m_data[at + 1] << 8 : m_data[at] << 8 | m_data[at + 1];
-  }
-  std::size_t u32(std::size_t at) {
-    const std::size_t first = u16(at);
-    const std::size_t second = u16(at + 2);
-    return m_little ? first | second << 16 : first << 16 | second;
-  }
-
-  bool ok;
-
- private:
-  const unsigned char* m_data;
-  std::size_t m_size;
-  bool m_little;
-};
-
-// Whether the tags may swap width and height: orientations 5 to 8, or anything
-// written oddly under the orientation's number.
-bool maySwap(const unsigned char* data, std::size_t size) {
-  Tags tags(data, size);
-  if (!tags.ok) return size >= 4;  // not a tag block that we understand
-  const std::size_t directory = tags.u32(4);
-  const unsigned entries = tags.u16(directory);
-  for (unsigned i = 0; i < entries && tags.ok; ++i) {
-    const std::size_t entry = directory + 2 + std::size_t{i} * 12;
-    if (tags.u16(entry) != kOrientationTag) continue;
-    const bool isOneShort = tags.u16(entry + 2) == 3 && tags.u32(entry + 4) == 1;
-    const unsigned value = tags.u16(entry + 8);
-    if (!isOneShort || value < 1 || value > 4) return true;
-  }
-  return !tags.ok;
+std::vector<unsigned char> readAll(std::FILE* file) {
+  constexpr long kMost = 256L << 20;
+  if (std::fseek(file, 0, SEEK_END) != 0) return {};
+  const long size = std::ftell(file);
+  if (size <= 0 || size > kMost || std::fseek(file, 0, SEEK_SET) != 0) return {};
+  std::vector<unsigned char> bytes(static_cast<std::size_t>(size));
+  if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) return {};
+  return bytes;
 }
 
-// The marker's code, or -1. Fill bytes (0xFF) may precede it.
-int readMarker(std::FILE* file) {
-  if (std::fgetc(file) != 0xFF) return -1;
-  int code = 0xFF;
-  while (code == 0xFF) code = std::fgetc(file);
-  return code;
+// Whether compressed data without any mark but restarts runs to the end mark, which
+// ends the file.
+bool isPlainData(Bytes data) {
+  const unsigned char* at = data.data;
+  const unsigned char* end = data.data + data.size;
+  for (;;) {
+    at = static_cast<const unsigned char*>(
+        std::memchr(at, 0xFF, static_cast<std::size_t>(end - at)));
+    if (at == nullptr || end - at < 2) return false;
+    const int mark = at[1];
+    at += 2;
+    if (mark == kEndOfImage) return at == end;
+    if (mark != 0 && (mark < kFirstRestart || mark > kLastRestart)) return false;
+  }
 }
 
-bool readSegment(std::FILE* file, std::vector<unsigned char>& data) {
-  const int high = std::fgetc(file);
-  const int low = std::fgetc(file);
-  if (high < 0 || low < 0 || (high << 8 | low) < 2) return false;
-  data.resize(static_cast<std::size_t>(high << 8 | low) - 2);
-  return std::fread(data.data(), 1, data.size(), file) == data.size();
-}
-
-bool endsWithEndMark(std::FILE* file) {
-  return std::fseek(file, -2, SEEK_END) == 0 && std::fgetc(file) == 0xFF &&
-         std::fgetc(file) == kEndOfImage;
-}
-
-// Precision 8, grey or three colour components: what every decoder build takes.
-cv::Size frameSize(const std::vector<unsigned char>& d) {
-  if (d.size() < 6 || d[0] != 8 || (d[5] != 1 && d[5] != 3) ||
-      d.size() != 6 + std::size_t{d[5]} * 3)
-    return {};
-  const int height = d[1] << 8 | d[2];
-  const int width = d[3] << 8 | d[4];
-  return isPlausible(width, height) ? cv::Size(width, height) : cv::Size();
+bool addSegment(int mark, Bytes segment, JpegParts& parts) {
+  switch (mark) {
+    case kFrameBaseline:
+      return addFrame(segment, parts);
+    case kHuffman:
+      return addHuffman(segment, parts);
+    case kQuantisation:
+      return addQuantisation(segment, parts);
+    case kRestartInterval:
+      return segment.size == 2;
+    case kTags:
+      return segment.size > 6 && !maySwapSides({segment.data + 6, segment.size - 6});
+    case kFile:
+    case kComment:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
 
 cv::Size jpegSize(std::FILE* file) {
-  if (std::fgetc(file) != 0xFF || std::fgetc(file) != 0xD8) return {};
-  // The size counts only when the scan's header and the end mark are there as
-  // well; a file cut off in between is for the decoder to judge.
-  cv::Size size;
-  bool hasTables = false;
-  std::vector<unsigned char> data;
-  constexpr int kMaxSegments = 1000;
-  for (int i = 0; i < kMaxSegments; ++i) {
-    const int marker = readMarker(file);
-    if (marker < kStartOfFrameBaseline || !readSegment(file, data)) return {};
-    if (marker == kStartOfScan) return hasTables && endsWithEndMark(file) ? size : cv::Size();
-    if (marker == kHuffmanTables) {
-      hasTables = true;
-    } else if (marker >= kStartOfFrameBaseline && marker <= kStartOfFrameProgressive) {
-      if (size != cv::Size()) return {};
-      size = frameSize(data);
-      if (size == cv::Size()) return {};
-    } else if (marker > kStartOfFrameProgressive && marker < kEndOfImage) {
-      return {};  // lossless, arithmetic or hierarchical coding, stray marks
-    } else if (marker == kExif && data.size() > 6 && maySwap(data.data() + 6, data.size() - 6)) {
-      return {};
+  const std::vector<unsigned char> bytes = readAll(file);
+  if (bytes.size() < 4 || bytes[0] != 0xFF || bytes[1] != 0xD8) return {};
+  JpegParts parts;
+  std::size_t at = 2;
+  // A mark, then a length that counts itself, then the segment.
+  while (at + 4 <= bytes.size() && bytes[at] == 0xFF) {
+    const int mark = bytes[at + 1];
+    const std::size_t length = static_cast<std::size_t>(bytes[at + 2] << 8 | bytes[at + 3]);
+    if (length < 2 || length > bytes.size() - at - 2) return {};
+    const Bytes segment{&bytes[at + 2] + 2, length - 2};
+    at += 2 + length;
+    if (mark == kScan) {
+      const bool sound =
+          isWholeScan(segment, parts) && isPlainData({bytes.data() + at, bytes.size() - at});
+      return sound ? parts.size : cv::Size();
     }
+    if (!addSegment(mark, segment, parts)) return {};
   }
   return {};
 }
