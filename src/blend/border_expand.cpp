@@ -2,6 +2,20 @@
 
 #include "jqstitchingalgorithm.h"
 
+namespace {
+
+// Coordinates far outside the mosaic wrap; the placement that follows refuses them.
+void Move(int& coordinate, std::int64_t by) {
+  coordinate = static_cast<int>(coordinate + by);
+}
+
+void Move(cv::Point& point, int byX, int byY) {
+  Move(point.x, byX);
+  Move(point.y, byY);
+}
+
+}  // namespace
+
 void JQStitchingAlgorithm::BorderExpand(cv::Mat mosaic, int growRows, int growCols, int offsetX,
                                         int offsetY, int frameRows, int frameCols, int mosaicCols,
                                         int mosaicRows, cv::Point position, cv::Mat& grown,
@@ -20,14 +34,15 @@ void JQStitchingAlgorithm::BorderExpand(cv::Mat mosaic, int growRows, int growCo
                        left ? growCols : 0, right ? growCols : 0, cv::BORDER_CONSTANT,
                        cv::Scalar(0, 0, 0, 0));
   }
-  const cv::Point moved(left ? growCols : 0, top ? growRows : 0);
-  position += moved;
-  boxMin += moved;
-  boxMax += moved;
+  const int movedX = left ? growCols : 0;
+  const int movedY = top ? growRows : 0;
+  Move(position, movedX, movedY);
   if (top && right) {
     // At this corner alone the box's minimum moves twice and its maximum stays.
-    boxMin.y += growRows;
-    boxMax.y -= growRows;
+    Move(boxMin.y, 2 * std::int64_t{growRows});
+  } else {
+    Move(boxMin, movedX, movedY);
+    Move(boxMax, movedX, movedY);
   }
   grown = mosaic;
   newPosition = position;

@@ -1,6 +1,6 @@
 #include "blend/fusion.h"
-#include "jqstitchingalgorithm.h"
 #include "engine/workspace.h"
+#include "jqstitchingalgorithm.h"
 
 void JQStitchingAlgorithm::WeightofTwoAreaFun(cv::Mat oldBlock, cv::Mat newFrame, cv::Mat& weight) {
   weight = jqstitching::OldContentWeight(oldBlock, newFrame, m_workspace.get().fusion);
