@@ -1,6 +1,10 @@
+#include <langinfo.h>
+
 #include <CLI/CLI.hpp>
 #include <QtGlobal>
+#include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <opencv2/core/utils/logger.hpp>
 #include <opencv2/core/version.hpp>
@@ -27,6 +31,14 @@ constexpr char kExamples[] = R"(Examples:
 
 Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
 
+// File names are bytes; Qt's strings carry those of UTF-8 names. In a locale of
+// another encoding (such as plain C) a name with an umlaut would come back
+// different, and the stitcher would look for a file that is not there.
+void UseUtf8ForPaths() {
+  std::setlocale(LC_CTYPE, "");
+  if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
 int ReportParseError(const CLI::App& app, const CLI::ParseError& error) {
   // Help and version were asked for and go to standard output.
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
@@ -37,6 +49,7 @@ int ReportParseError(const CLI::App& app, const CLI::ParseError& error) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  UseUtf8ForPaths();
   // The image library's own log would be a second voice on standard error.
   cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT);
 

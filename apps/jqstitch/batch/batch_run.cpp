@@ -140,6 +140,7 @@ void BatchRun::OnFailure(const std::string& what) {
 }
 
 int BatchRun::Refuse() {
+  m_console.EndProgress();
   for (FrameResult& result : m_results) {
     if (result.verdict == Verdict::kNotReached) {
       ExplainNotReached("the run was refused because of other files", result);

@@ -26,11 +26,14 @@ Recorder::Recorder(const std::string& command, const RunOptions& options, Consol
 }
 
 void Recorder::Begin(int total) {
-  m_start = std::chrono::steady_clock::now();
-  m_console.Event({{"event", "start"},
-                   {"command", m_record.command},
-                   {"total", total > 0 ? nlohmann::json(total) : nlohmann::json()},
-                   {"output", m_options.output}});
+  if (!m_begun) {
+    m_start = std::chrono::steady_clock::now();
+    m_console.Event({{"event", "start"},
+                     {"command", m_record.command},
+                     {"total", total > 0 ? nlohmann::json(total) : nlohmann::json()},
+                     {"output", m_options.output}});
+  }
+  m_begun = true;
   m_console.StartProgress(total, "frames");
 }
 

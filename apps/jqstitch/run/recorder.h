@@ -19,7 +19,8 @@ class Recorder {
 
   RunRecord& Record() { return m_record; }
 
-  /// Says that the run begins. @param total frames; 0 when nobody knows
+  /// Says that the run begins; again for another try with fewer frames.
+  /// @param total frames; 0 when nobody knows
   void Begin(int total);
   /// One more frame is done: keeps and tells it.
   void Add(const FrameResult& result);
@@ -45,6 +46,7 @@ class Recorder {
   Console& m_console;
   RunRecord m_record;
   std::optional<Truth> m_truth;
+  bool m_begun = false;
   std::chrono::steady_clock::time_point m_start;
 };
 

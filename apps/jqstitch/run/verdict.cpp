@@ -111,7 +111,8 @@ void ExplainLeftOut(const stitchflags& flags, cv::Size frame, const StitchSettin
                                 "from the picture so far"
                               : "overlap test failed: the view changed too much since the frame "
                                 "before",
-                    byOverlap ? "keep exposure and focus steady, or " + with + "--overlap-mode 1"
+                    byOverlap ? "keep exposure and focus steady, take smaller steps, or " + with +
+                                    "--overlap-mode 1"
                               : "move more slowly, or " + with + "--overlap-mode 0",
                     result);
   }
