@@ -71,6 +71,15 @@ TYPED_TEST(Weight, DistanceIsCappedAt255) {
   EXPECT_EQ(weight.at<unsigned char>(30, 55), 254);
 }
 
+// The cap holds for a frame's own distances too: its middle is 1299 steps, 259.8,
+// from the border, so that both sides weigh the same there.
+TYPED_TEST(Weight, MiddleOfAHugeFrameIsCappedToo) {
+  const cv::Mat weight =
+      this->Of(pictures::Flat(2600, 2600, CV_8UC1, 50), pictures::Flat(2600, 2600, CV_8UC1, 50));
+  EXPECT_EQ(int{weight.at<unsigned char>(1300, 1300)}, 128);  // 127.5, to even
+  EXPECT_EQ(int{weight.at<unsigned char>(1000, 1300)}, 143);  // 255 * 255 / 455 = 142.9
+}
+
 // One black pixel: a diagonal step costs 0.3, a straight one 0.2. The frame's
 // distance at row 50 is 10.0.
 TYPED_TEST(Weight, StepsCostTwoAndThreeTenths) {
