@@ -106,15 +106,23 @@ void ExplainLeftOut(const stitchflags& flags, cv::Size frame, const StitchSettin
   FillMeasurements(flags, frame, settings, result);
   if (flags.overlapFlag != 1) {
     const bool byOverlap = settings.overlapMode == 0;
-    return LeaveOut(Verdict::kOverlapTestFailed,
-                    byOverlap ? "overlap test failed: brightness or sharpness differs too much "
-                                "from the picture so far"
-                              : "overlap test failed: the view changed too much since the frame "
-                                "before",
-                    byOverlap ? "keep exposure and focus steady, take smaller steps, or " + with +
-                                    "--overlap-mode 1"
-                              : "move more slowly, or " + with + "--overlap-mode 0",
-                    result);
+    // The measurement comes after the test, so it can tell whether passing the
+    // test would have helped.
+    const std::string matches = flags.matchCount < kNeededMatches
+                                    ? "; only " + std::to_string(flags.matchCount) + " of " +
+                                          std::to_string(kNeededMatches) + " matches besides"
+                                    : std::string();
+    return LeaveOut(
+        Verdict::kOverlapTestFailed,
+        "overlap test failed: " +
+            std::string(byOverlap
+                            ? "brightness or sharpness differs too much from the picture so far"
+                            : "the view changed too much since the frame before") +
+            matches,
+        byOverlap
+            ? "keep exposure and focus steady, take smaller steps, or " + with + "--overlap-mode 1"
+            : "move more slowly, or " + with + "--overlap-mode 0",
+        result);
   }
   if (flags.matchCount < kNeededMatches) {
     return LeaveOut(Verdict::kTooFewMatches,
