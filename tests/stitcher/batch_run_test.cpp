@@ -267,6 +267,27 @@ TEST(BatchRun, SlotCanRunOnAnotherThread) {
   EXPECT_EQ(stitcher.GetFrameCount(), 2);
 }
 
+// Between the check of the sizes and its turn. The empty matrix is passed on as it
+// is, which raises the image library's error; what is stitched stays.
+TEST(BatchRun, FileThatVanishesDuringTheRun) {
+  const cv::Mat scene = Scene();
+  BatchFiles files;
+  for (int i = 0; i < 4; ++i) files.Add(scenes::Cut(scene, cv::Point(300 + 60 * i, 200), kFrame));
+  JQImageStitching stitcher;
+  int texts = 0;
+  QObject::connect(&stitcher, &JQImageStitching::sglMultiImageProcessStatus, [&] {
+    if (++texts == 2) {
+      EXPECT_TRUE(QFile::remove(files.paths()[2]));
+    }
+  });
+  EXPECT_EQ(Ending([&] { BatchRun(stitcher, files.paths()); }), Outcome::kImageLibraryError);
+  EXPECT_EQ(texts, 2);
+  EXPECT_EQ(stitcher.GetFrameCount(), 2);
+  EXPECT_TRUE(stitcher.IsLastFrameAccepted());
+  EXPECT_NEAR(stitcher.GetPlacedBounds().width, 260, 4);
+  EXPECT_TRUE(stitcher.CutEdge());
+}
+
 namespace {
 
 class UpperCase : public QTranslator {
