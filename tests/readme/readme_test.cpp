@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cstdlib>
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 #include <regex>
@@ -43,12 +45,45 @@ std::vector<std::string> Blocks(const std::string& text, const std::string& lang
   return blocks;
 }
 
+// The text without its fenced blocks.
+std::string Prose(const std::string& text) {
+  std::string prose;
+  std::istringstream lines(text);
+  std::string line;
+  bool fenced = false;
+  while (std::getline(lines, line)) {
+    if (line.rfind("```", 0) == 0) {
+      fenced = !fenced;
+    } else if (!fenced) {
+      prose += line + "\n";
+    }
+  }
+  return prose;
+}
+
+std::string WithoutSpaces(std::string text) {
+  text.erase(std::remove_if(text.begin(), text.end(),
+                            [](unsigned char c) { return std::isspace(c) != 0; }),
+             text.end());
+  return text;
+}
+
 TEST(Readme, ShowsTheExampleHostAsItIsCompiled) {
   const std::vector<std::string> blocks = Blocks(ReadFile(kRoot + "/README.md"), "cpp");
   ASSERT_EQ(blocks.size(), 1U);
   const std::string host = ReadFile(kRoot + "/examples/host/main.cpp");
   EXPECT_EQ(blocks[0], host);
   EXPECT_LE(std::count(host.begin(), host.end(), '\n'), 30);
+}
+
+TEST(Hosting, ShowsCodeThatIsCompiled) {
+  const std::string compiled =
+      WithoutSpaces(ReadFile(kRoot + "/tests/readme/hosting_snippets.cpp"));
+  const std::vector<std::string> blocks = Blocks(ReadFile(kRoot + "/docs/hosting.md"), "cpp");
+  EXPECT_GE(blocks.size(), 2U);
+  for (const std::string& block : blocks) {
+    EXPECT_NE(compiled.find(WithoutSpaces(block)), std::string::npos) << block;
+  }
 }
 
 TEST(Readme, MapsTheFoldersThatExist) {
@@ -73,7 +108,7 @@ TEST(Documents, LinkToFilesThatExist) {
   const std::regex link("\\]\\(([^)#]+)[^)]*\\)");
   int links = 0;
   for (const fs::path& document : Documents()) {
-    const std::string text = ReadFile(document.string());
+    const std::string text = Prose(ReadFile(document.string()));
     for (std::sregex_iterator it(text.begin(), text.end(), link), end; it != end; ++it) {
       const std::string target = (*it)[1];
       if (target.rfind("http", 0) == 0) continue;
