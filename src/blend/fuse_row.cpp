@@ -1,7 +1,5 @@
 #include "blend/fuse_row.h"
 
-#include <algorithm>
-
 // clang-format off: the included file is this one, once per level
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "blend/fuse_row.cpp"
@@ -78,14 +76,13 @@ size_t FuseVectors(const std::uint8_t*, const std::uint8_t*, std::uint8_t*, std:
 template <bool kColour>
 void FuseSamples(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
                  std::uint8_t* block, size_t count) {
-  const size_t done = FuseVectors<kColour>(old, weight, frame, block, count);
-  for (size_t i = done; i < count; ++i) {
+  size_t i = FuseVectors<kColour>(old, weight, frame, block, count);
+  for (; i < count; ++i) {
     const unsigned w = weight[i];
     const unsigned sum = (255 - w) * frame[i] + w * old[i];
     frame[i] = static_cast<std::uint8_t>(kColour ? sum / 255 : sum / 256);
+    if (block != nullptr) block[i] = frame[i];
   }
-  // Apart from the sums, as the block may be `old`.
-  if (block != nullptr) std::copy_n(frame + done, count - done, block + done);
 }
 
 void FuseColours(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,

@@ -1,8 +1,8 @@
 #include "blend/weight_row.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
-#include <opencv2/core/fast_math.hpp>
 
 #include "blend/row_layout.h"
 
@@ -70,7 +70,7 @@ void Weights(const float* oldDistance, const float* newDistance, float newCap, s
     const float a = oldDistance[c];
     const float b = std::min(newDistance[c], newCap);
     weight[c] = 0;
-    if (a > 0.0f) weight[c] = static_cast<std::uint8_t>(cvRound((255.0f * a) / (a + b)));
+    if (a > 0.0f) weight[c] = static_cast<std::uint8_t>(std::lrint((255.0f * a) / (a + b)));
   }
 }
 
