@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <opencv2/core.hpp>
 #include <string>
 
 #include "support/cpu_levels.h"
@@ -35,9 +36,13 @@ class PropertyTest : public ::testing::TestWithParam<std::string> {
       const std::uint64_t seed = first + static_cast<std::uint64_t>(k);
       SCOPED_TRACE("repeat with JQ_TEST_SEED=" + std::to_string(seed) + " JQ_TEST_ROUNDS=1");
       RandomSource random(seed);
+      // The image library rounds its filters as its own fast paths do; with those
+      // off it rounds otherwise, and the library has to follow.
+      cv::setUseOptimized(!random.OneIn(5));
       round(random);
-      if (HasFailure()) return;
+      if (HasFailure()) break;
     }
+    cv::setUseOptimized(true);
   }
 
  private:
