@@ -292,27 +292,5 @@ TEST_P(LiveOptions, RangesAreChecked) {
   for (const Strings& options : wrong) EXPECT_EQ(Run(options).exitCode, 2) << options[0];
 }
 
-TEST(JqstitchProgram, VersionAndHelpAreOnStandardOutput) {
-  const Outcome version = RunProgram({"--version"});
-  EXPECT_EQ(version.exitCode, 0);
-  EXPECT_EQ(version.out.rfind("jqstitch ", 0), 0u);
-  EXPECT_EQ(version.err, "");
-  const Outcome help = RunProgram({"--help"});
-  EXPECT_EQ(help.exitCode, 0);
-  for (const char* text : {"batch", "live", "simulate", "inspect", "Examples:", "Exit codes:"}) {
-    EXPECT_NE(help.out.find(text), std::string::npos) << text;
-  }
-}
-
-TEST(JqstitchProgram, WrongUsageIsTold) {
-  for (const Strings& arguments : {Strings{}, Strings{"nonsense"}, Strings{"live"},
-                                   Strings{"batch", "-o", "x.png"}, Strings{"live", "folder"}}) {
-    const Outcome outcome = RunProgram(arguments);
-    EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_NE(outcome.err.find("--help"), std::string::npos) << outcome.err;
-    EXPECT_EQ(outcome.out, "");
-  }
-}
-
 }  // namespace
 }  // namespace jqstitch_test

@@ -67,6 +67,14 @@ void RunningProgram::Signal(int signal) const {
   EXPECT_EQ(kill(m_child, signal), 0);
 }
 
+void RunningProgram::SignalUntilItEnds(int signal) {
+  const auto deadline = std::chrono::steady_clock::now() + kPatience;
+  while (!HasEnded() && std::chrono::steady_clock::now() < deadline) {
+    Signal(signal);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+}
+
 bool RunningProgram::HasEnded() {
   if (!m_ended) m_ended = waitpid(m_child, &m_status, WNOHANG) == m_child;
   return m_ended;

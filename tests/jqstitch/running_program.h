@@ -31,6 +31,8 @@ class RunningProgram {
   RunningProgram& operator=(const RunningProgram&) = delete;
 
   void Signal(int signal) const;
+  /// Sends it again and again: signals that arrive together count as one.
+  void SignalUntilItEnds(int signal);
   /// Waits until standard output holds the text `times` times; false when the
   /// program ends or a minute passes before.
   bool WaitForOutput(const std::string& text, int times);
