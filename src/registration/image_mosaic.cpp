@@ -10,6 +10,7 @@ int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& off
   if (CanRegisterShared(first, second)) {
     Workspace& workspace = m_workspace.get();
     const bool halved = m_nDetectLevel < 3;
+    m_nDownScale = halved ? 2 : 1;  // also where a picture turns out too small to halve
     const GreyAndHalf& current =
         halved ? workspace.current.make(second) : workspace.current.makeGrey(second);
     RegisterShared(*this, workspace, first, current, offsetX, offsetY, supportCount);

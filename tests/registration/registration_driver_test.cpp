@@ -154,6 +154,15 @@ TYPED_TEST(Registration, GreyFirstPassesAColourSecondUnconverted) {
   EXPECT_EQ(this->y, static_cast<int>(ty));
 }
 
+TYPED_TEST(Registration, PictureTooNarrowToHalveRaisesAfterTheDownScaleIsSet) {
+  this->engine.SetParameter(0, 8, 0, 1);
+  EXPECT_EQ(this->engine.m_nDownScale, 1);
+  EXPECT_EQ(Ending([&] { this->Run(this->Scene(CV_8UC1), pictures::Flat(90, 1, CV_8UC1, 4)); }),
+            Outcome::kImageLibraryError);
+  EXPECT_EQ(this->engine.m_nDownScale, 2);
+  this->ExpectPreset();
+}
+
 TYPED_TEST(Registration, UnsupportedTypeRaisesAndLeavesTheOutputs) {
   const cv::Mat two = pictures::Flat(200, 200, CV_8UC2, 5);
   EXPECT_EQ(Ending([&] { this->Run(two, two); }), Outcome::kImageLibraryError);
