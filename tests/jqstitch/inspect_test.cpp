@@ -269,6 +269,14 @@ TEST_F(Inspect, AFileThatIsNoPictureIsNamed) {
   EXPECT_NE(outcome.err.find("text.png"), std::string::npos) << outcome.err;
 }
 
+TEST_F(Inspect, AMissingFrameIsWrongInput) {
+  const Outcome outcome =
+      RunProgram({"inspect", Frame(1), m_folder / "missing.png", "-o", m_folder / "pair.png"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_NE(outcome.err.find("missing.png': there is no such file"), std::string::npos)
+      << outcome.err;
+}
+
 TEST_F(Inspect, AnOutputThatCannotBeWrittenIsNamed) {
   for (const char* name : {"no/such/folder/pair.png", "pair.xyz", "pair"}) {
     const Outcome outcome =
@@ -283,7 +291,6 @@ TEST_F(Inspect, WrongUsageIsRefused) {
   const Strings rows[] = {{},
                           {Frame(1)},
                           {Frame(1), Frame(2)},
-                          {Frame(1), m_folder / "missing.png", "-o", m_folder / "p.png"},
                           {Frame(1), Frame(2), Frame(3), "-o", m_folder / "p.png"},
                           {Frame(1), Frame(2), "-o", m_folder / "p.png", "--detect-level", "0"},
                           {Frame(1), Frame(2), "-o", m_folder / "p.png", "--detect-level", "8"},

@@ -441,6 +441,15 @@ TEST(SimulateErrors, AFileThatIsNoPictureIsNamed) {
   EXPECT_NE(outcome.err.find(folder / "text.png"), std::string::npos) << outcome.err;
 }
 
+TEST(SimulateErrors, AMissingPictureIsWrongInput) {
+  TemporaryFolder folder;
+  const Outcome outcome =
+      RunProgram({"simulate", "-o", folder / "pass", "--image", folder / "missing.png"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_NE(outcome.err.find("missing.png': there is no such file"), std::string::npos)
+      << outcome.err;
+}
+
 TEST(SimulateErrors, ASceneOfAnUnknownFormatIsRefusedBeforeTheWork) {
   TemporaryFolder folder;
   const Outcome outcome =

@@ -63,10 +63,8 @@ void Inspect(InspectOptions& o) {
 }
 
 void AddOptions(CLI::App& app, InspectOptions& o) {
-  app.add_option("A", o.first, "frame that is in the mosaic already")
-      ->required()
-      ->check(CLI::ExistingFile);
-  app.add_option("B", o.second, "frame to be placed")->required()->check(CLI::ExistingFile);
+  app.add_option("A", o.first, "frame that is in the mosaic already")->required();
+  app.add_option("B", o.second, "frame to be placed")->required();
   app.add_option("-o,--output", o.output, "picture to write")->required();
   app.add_option("--overlap-mode", o.settings.overlapMode,
                  "0: judge the overlap (default), 1: judge the motion")

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <opencv2/imgcodecs.hpp>
 
+#include "input/picture_reader.h"
 #include "input_error.h"
 #include "output/atomic_file.h"
 #include "output/picture_format.h"
@@ -44,10 +45,9 @@ void RefuseEndlessPath(const PathOptions& path) {
 
 cv::Mat OpenScene(const SimulateOptions& o, cv::Size bounds) {
   if (!o.image.empty()) {
-    const cv::Mat image = cv::imread(o.image, cv::IMREAD_COLOR);
-    if (image.empty()) {
-      throw InputError("cannot read the picture '" + o.image + "'");
-    }
+    std::string why;
+    const cv::Mat image = ReadPicture(o.image, cv::IMREAD_COLOR, why);
+    if (!why.empty()) throw InputError("cannot read the picture '" + o.image + "': " + why);
     if (image.cols < bounds.width || image.rows < bounds.height) {
       throw InputError("the path needs " + Text(bounds) + " pixels, but '" + o.image + "' has " +
                        Text(image.size()) +

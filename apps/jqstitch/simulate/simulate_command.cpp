@@ -89,8 +89,7 @@ void AddOptions(CLI::App& app, SimulateOptions& o) {
       ->required();
   app.add_flag("--force", o.force,
                "use a folder that is not empty; replaces the frames of an earlier simulation");
-  app.add_option("--image", o.image, "picture to pass over instead of the built-in slide")
-      ->check(CLI::ExistingFile);
+  app.add_option("--image", o.image, "picture to pass over instead of the built-in slide");
   app.add_option("--scene", o.scene, "also write the whole scene to this file");
   app.add_option_function<std::string>(
       "--size", [&o](const std::string& text) { ParseSize(text, o.frame); },
