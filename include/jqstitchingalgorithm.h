@@ -13,6 +13,7 @@
 #endif
 
 namespace jqstitching {
+struct EngineAccess;
 struct Workspace;
 
 /// Owner of an engine's scratch memory. A copied engine starts with empty
@@ -209,6 +210,7 @@ class JQ_STITCHING_EXPORT JQStitchingAlgorithm {
   void WeightofTwoAreaFun(cv::Mat oldBlock, cv::Mat newFrame, cv::Mat& weight);
 
  private:
+  friend struct jqstitching::EngineAccess;
   // Scratch buffers and remembered results. No result depends on it: what is
   // remembered is used only after its source was compared with the image given.
   jqstitching::WorkspaceHandle m_workspace;

@@ -4,6 +4,7 @@
 #include <opencv2/core.hpp>
 
 #include "picture/grey.h"
+#include "registration/zero_samples.h"
 
 namespace jqstitching {
 
@@ -14,6 +15,11 @@ class CurrentFrame {
   /// `frame` is an 8-bit picture of 1 or 3 channels.
   const GreyAndHalf& make(const cv::Mat& frame) {
     m_pictures = ToGreyAndHalf(frame, m_grey, m_half);
+    return m_pictures;
+  }
+  /// Lifts the zero samples of a three-channel frame in the same pass.
+  const GreyAndHalf& makeLifted(cv::Mat& frame) {
+    m_pictures = LiftToGreyAndHalf(frame, m_grey, m_half);
     return m_pictures;
   }
   /// The grey picture alone.

@@ -12,9 +12,10 @@ bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second);
 
 /// `ImageMosaicFun` with the second picture's grey pictures already made
 /// (`current.half` is needed below level 3) and the first one's features
-/// remembered.
+/// remembered; for `firstUntouched` see `ReferenceFeatures::update`.
 void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
-                    const GreyAndHalf& current, int& offsetX, int& offsetY, int& supportCount);
+                    bool firstUntouched, const GreyAndHalf& current, int& offsetX, int& offsetY,
+                    int& supportCount);
 
 }  // namespace jqstitching
 

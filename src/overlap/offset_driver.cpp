@@ -2,11 +2,13 @@
 #include <opencv2/imgproc.hpp>
 
 #include "engine/detect_level.h"
+#include "engine/offset_step.h"
 #include "engine/registration_step.h"
 #include "jqstitchingalgorithm.h"
 #include "overlap/motion.h"
 #include "overlap/overlap_extraction.h"
 #include "overlap/overlap_flag.h"
+#include "registration/zero_samples.h"
 
 namespace {
 
@@ -39,14 +41,18 @@ cv::Mat HalfOfPart(const GreyAndHalf& frame, const Overlap& overlap, const stitc
 
 }  // namespace
 
-void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImage,
-                                                 cv::Mat prevImage, cv::Mat curImage,
-                                                 cv::Point& minPoint, cv::Point& maxPoint,
-                                                 cv::Mat& mosaicImage, stitchflags& flags) {
-  CheckDetectLevel(m_nDetectLevel);
-  if (m_nDetectLevel != 1) {
+void jqstitching::OffsetStep(JQStitchingAlgorithm& engine, Workspace& workspace,
+                             const KnownOfFrames& known, int frameIndex, cv::Mat refImage,
+                             cv::Mat prevImage, cv::Mat curImage, cv::Point& minPoint,
+                             cv::Point& maxPoint, cv::Mat& mosaicImage, stitchflags& flags) {
+  CheckDetectLevel(engine.m_nDetectLevel);
+  const bool liftShared = known.unlifted && engine.m_nDetectLevel == 1 &&
+                          refImage.type() == CV_8UC3 && CanRegisterShared(refImage, curImage);
+  if (known.unlifted && !liftShared) LiftZeroSamples(curImage);
+  if (engine.m_nDetectLevel != 1) {
     // The new frame's size is the target for all three.
-    const cv::Size size(curImage.cols / m_nDetectLevel, curImage.rows / m_nDetectLevel);
+    const cv::Size size(curImage.cols / engine.m_nDetectLevel,
+                        curImage.rows / engine.m_nDetectLevel);
     for (cv::Mat* image : {&curImage, &prevImage, &refImage}) {
       cv::resize(*image, *image, size, 0, 0, cv::INTER_LINEAR);
     }
@@ -60,60 +66,72 @@ void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImag
   if (frameIndex == 0) {
     cv::Point position;
     mosaic = StartCanvas(refImage, position);
-    m_nImageRows = refImage.rows;
-    m_nImageCols = refImage.cols;
+    engine.m_nImageRows = refImage.rows;
+    engine.m_nImageCols = refImage.cols;
     record.positionX = position.x;
     record.positionY = position.y;
     boxMin = position;
     boxMax = position + cv::Point(refImage.cols, refImage.rows);
   }
 
-  Workspace& workspace = m_workspace.get();
   const bool shared = CanRegisterShared(refImage, curImage);
-  const GreyAndHalf* current = nullptr;  // made once, where the registration can use it too
+  // Made once, where the registration can use it too.
+  const GreyAndHalf* current = liftShared ? &workspace.current.makeLifted(curImage) : nullptr;
 
-  if (m_nOverlapMode == 0) {
-    m_fBrightThreshold = m_nUsePresets != 0 ? m_fBrightPreset : 128.0f;
-    m_fDefinitionThreshold = m_nUsePresets != 0 ? m_fDefinitionPreset : 128.0f;
+  if (engine.m_nOverlapMode == 0) {
+    engine.m_fBrightThreshold = engine.m_nUsePresets != 0 ? engine.m_fBrightPreset : 128.0f;
+    engine.m_fDefinitionThreshold = engine.m_nUsePresets != 0 ? engine.m_fDefinitionPreset : 128.0f;
     // The offset of the previous call: the new frame is registered afterwards.
     const Overlap overlap = CutOverlap(cv::Point(record.positionX, record.positionY),
                                        record.offsetX, record.offsetY, mosaic, curImage);
     if (shared && IsPlainPicture(mosaic)) {
-      current = &workspace.current.make(curImage);
+      if (current == nullptr) current = &workspace.current.make(curImage);
       QualityScratch& scratch = workspace.quality;
       const cv::Mat mosaicHalf = ToHalf(overlap.first, scratch.rows, scratch.halves[0]);
-      const OverlapLimits limits{curImage.rows, curImage.cols, m_fBrightThreshold,
-                                 m_fDefinitionThreshold};
+      const OverlapLimits limits{curImage.rows, curImage.cols, engine.m_fBrightThreshold,
+                                 engine.m_fDefinitionThreshold};
       record.overlapFlag = IsFit(record.offsetX, record.offsetY, limits, mosaicHalf,
                                  HalfOfPart(*current, overlap, record, scratch), scratch);
     } else {
-      CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
-                              overlap.first.clone(), overlap.second.clone(), record.overlapFlag);
+      engine.CalacOverLapImageFlages(record.offsetX, record.offsetY, curImage.rows, curImage.cols,
+                                     overlap.first.clone(), overlap.second.clone(),
+                                     record.overlapFlag);
     }
   } else {
-    m_nFlagThreshold = m_nUsePresets != 0 ? m_nFlagPreset : 255;
+    engine.m_nFlagThreshold = engine.m_nUsePresets != 0 ? engine.m_nFlagPreset : 255;
     int motion = 0;
     if (shared && curImage.type() == CV_8UC3 && prevImage.type() == CV_8UC3) {
       CheckMotionFrames(prevImage, curImage);
-      const bool halved = m_nDetectLevel < 3;
-      current = halved ? &workspace.current.make(curImage) : &workspace.current.makeGrey(curImage);
+      const bool halved = engine.m_nDetectLevel < 3;
+      if (current == nullptr) {
+        current =
+            halved ? &workspace.current.make(curImage) : &workspace.current.makeGrey(curImage);
+      }
       motion =
           MotionDifference(ToGrey(prevImage, workspace.previous), current->grey, workspace.quality);
     } else {
-      motion = ImageMotionModel(prevImage, curImage);
+      motion = engine.ImageMotionModel(prevImage, curImage);
     }
-    record.overlapFlag = motion < m_nFlagThreshold;
+    record.overlapFlag = motion < engine.m_nFlagThreshold;
   }
 
   if (current != nullptr) {
-    RegisterShared(*this, workspace, refImage, *current, record.offsetX, record.offsetY,
-                   record.matchCount);
+    RegisterShared(engine, workspace, refImage, known.referenceUntouched, *current, record.offsetX,
+                   record.offsetY, record.matchCount);
   } else {
-    ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);
+    engine.ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);
   }
 
   minPoint = boxMin;
   maxPoint = boxMax;
   mosaicImage = mosaic;
   flags = record;
+}
+
+void JQStitchingAlgorithm::StitchingImage_offset(int frameIndex, cv::Mat refImage,
+                                                 cv::Mat prevImage, cv::Mat curImage,
+                                                 cv::Point& minPoint, cv::Point& maxPoint,
+                                                 cv::Mat& mosaicImage, stitchflags& flags) {
+  OffsetStep(*this, m_workspace.get(), KnownOfFrames(), frameIndex, refImage, prevImage, curImage,
+             minPoint, maxPoint, mosaicImage, flags);
 }

@@ -50,16 +50,19 @@ cv::Mat Halve(const cv::Mat& grey, ScratchPicture& halfMemory) {
 }
 
 GreyAndHalf ToGreyAndHalf(const cv::Mat& picture, ScratchPicture& greyMemory,
-                          ScratchPicture& halfMemory) {
+                          ScratchPicture& halfMemory, const std::function<void(int)>& before) {
   if (!IsEven(picture)) {
+    for (int r = 0; r < picture.rows; ++r) before(r);
     const cv::Mat grey = ToGrey(picture, greyMemory);
     return {grey, Halve(grey, halfMemory)};
   }
   GreyAndHalf out{greyMemory.shape(picture.rows, picture.cols, CV_8UC1),
                   halfMemory.shape(picture.rows / 2, picture.cols / 2, CV_8UC1)};
   for (int r = 0; r < out.half.rows; ++r) {
-    CopyGreyRow(picture, 2 * r, out.grey);
-    CopyGreyRow(picture, 2 * r + 1, out.grey);
+    for (int k = 2 * r; k < 2 * r + 2; ++k) {
+      before(k);
+      CopyGreyRow(picture, k, out.grey);
+    }
     HalveRows(out.grey.ptr(2 * r), out.grey.ptr(2 * r + 1), out.half.cols, out.half.ptr(r));
   }
   return out;

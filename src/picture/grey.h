@@ -1,6 +1,7 @@
 #ifndef JQ_PICTURE_GREY_H
 #define JQ_PICTURE_GREY_H
 
+#include <functional>
 #include <opencv2/core.hpp>
 
 #include "picture/scratch.h"
@@ -31,9 +32,11 @@ cv::Mat ToGrey(const cv::Mat& picture, ScratchPicture& greyMemory);
 /// A grey picture resized to (cols / 2, rows / 2), as `cv::resize` does.
 cv::Mat Halve(const cv::Mat& grey, ScratchPicture& halfMemory);
 
-/// Both in one pass where the size is even.
-GreyAndHalf ToGreyAndHalf(const cv::Mat& picture, ScratchPicture& greyMemory,
-                          ScratchPicture& halfMemory);
+/// Both in one pass where the size is even. `before` is called for every row just
+/// before it is read.
+GreyAndHalf ToGreyAndHalf(
+    const cv::Mat& picture, ScratchPicture& greyMemory, ScratchPicture& halfMemory,
+    const std::function<void(int row)>& before = [](int) {});
 
 /// The half of the grey picture alone. `scratch` is working memory.
 cv::Mat ToHalf(const cv::Mat& picture, ScratchPicture& scratch, ScratchPicture& halfMemory);

@@ -52,31 +52,42 @@ void ByRows(const cv::Mat& image, bool fused, ResponseScratch& scratch,
   const cv::Mat kernel = SmoothingKernel();
   for (int k = 0; k < kTaps; ++k) taps[k] = static_cast<float>(kernel.at<double>(k));
 
-  // Per map: the last 9 product rows, one row smoothed downwards, one smoothed
+  // Per map: the last 10 product rows, two rows smoothed downwards, one smoothed
   // both ways.
+  constexpr int kHeld = kTaps + 1, kUpper = kHeld, kLower = kHeld + 1, kSmooth = kHeld + 2;
   const size_t width = static_cast<size_t>(cols) + kRowPadding;
-  scratch.rows.resize(kMaps * (kTaps + 2) * width);
+  scratch.rows.resize(kMaps * (kSmooth + 1) * width);
   const auto buffer = [&](int map, int slot) {
-    return scratch.rows.data() + (static_cast<size_t>(map) * (kTaps + 2) + slot) * width;
+    return scratch.rows.data() + (static_cast<size_t>(map) * (kSmooth + 1) + slot) * width;
   };
   const auto products = [&](int r) {
-    float* const out[kMaps] = {buffer(0, r % kTaps), buffer(1, r % kTaps), buffer(2, r % kTaps)};
+    float* const out[kMaps] = {buffer(0, r % kHeld), buffer(1, r % kHeld), buffer(2, r % kHeld)};
     ProductsRow(image.ptr(r - 1), image.ptr(r), image.ptr(r + 1), begin - kReach, end + kReach,
                 out);
   };
-  for (int r = kCornerMargin - kReach; r < kCornerMargin + kReach; ++r) products(r);
-  for (int r = kCornerMargin; r < rows - kCornerMargin; ++r) {
-    products(r + kReach);
+  const auto finish = [&](int r, int down) {
     for (int m = 0; m < kMaps; ++m) {
-      const float* window[kTaps];
-      for (int k = 0; k < kTaps; ++k) window[k] = buffer(m, (r - kReach + k) % kTaps);
-      SmoothDown(window, taps, begin - kReach, end + kReach, fused, buffer(m, kTaps));
-      SmoothAcross(buffer(m, kTaps), taps, begin, end, fused, buffer(m, kTaps + 1));
+      SmoothAcross(buffer(m, down), taps, begin, end, fused, buffer(m, kSmooth));
     }
     float* response = target(r);
-    const double sum = ResponseRow(buffer(0, kTaps + 1), buffer(1, kTaps + 1), buffer(2, kTaps + 1),
+    const double sum = ResponseRow(buffer(0, kSmooth), buffer(1, kSmooth), buffer(2, kSmooth),
                                    begin, end, response);
     visit(r, response, sum);
+  };
+  for (int r = kCornerMargin - kReach; r < kCornerMargin + kReach; ++r) products(r);
+  for (int r = kCornerMargin; r < rows - kCornerMargin; r += 2) {
+    // The margin leaves rows enough below the interior for a last pair that is
+    // only half needed.
+    products(r + kReach);
+    products(r + kReach + 1);
+    for (int m = 0; m < kMaps; ++m) {
+      const float* window[kHeld];
+      for (int k = 0; k < kHeld; ++k) window[k] = buffer(m, (r - kReach + k) % kHeld);
+      SmoothDown(window, taps, begin - kReach, end + kReach, fused, buffer(m, kUpper),
+                 buffer(m, kLower));
+    }
+    finish(r, kUpper);
+    if (r + 1 < rows - kCornerMargin) finish(r + 1, kLower);
   }
 }
 

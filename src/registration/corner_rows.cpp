@@ -70,28 +70,57 @@ void ProductsKernel(const std::uint8_t* above, const std::uint8_t* row, const st
   }
 }
 
-// Sample k of column j is at sources[k] + j.
+// The first product is added to zero, which changes nothing.
 template <bool kFused>
-HWY_INLINE void Smooth(const float* const* sources, const float* taps, int begin, int end,
-                       float* out) {
+HWY_INLINE void Down(const float* const* rows, const float* taps, int begin, int end, float* upper,
+                     float* lower) {
   const F32 d;
   const int lanes = static_cast<int>(hn::Lanes(d));
-  // The first product is added to zero, which changes nothing.
   for (int j = begin; j < end; j += lanes) {
-    auto sum = hn::Mul(hn::Set(d, taps[0]), hn::LoadU(d, sources[0] + j));
+    auto sample = hn::LoadU(d, rows[0] + j);
+    auto tap = hn::Set(d, taps[0]);
+    auto upperSum = hn::Mul(tap, sample);
+    sample = hn::LoadU(d, rows[1] + j);
+    auto lowerSum = hn::Mul(tap, sample);
     for (int k = 1; k < kTaps; ++k) {
-      sum = AddTap<kFused>(sum, hn::Set(d, taps[k]), hn::LoadU(d, sources[k] + j));
+      tap = hn::Set(d, taps[k]);
+      upperSum = AddTap<kFused>(upperSum, tap, sample);
+      sample = hn::LoadU(d, rows[k + 1] + j);
+      lowerSum = AddTap<kFused>(lowerSum, tap, sample);
+    }
+    hn::StoreU(upperSum, d, upper + j);
+    hn::StoreU(lowerSum, d, lower + j);
+  }
+}
+
+template <bool kFused>
+HWY_INLINE void Across(const float* row, const float* taps, int begin, int end, float* out) {
+  const F32 d;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  for (int j = begin; j < end; j += lanes) {
+    const float* first = row + j - kTaps / 2;
+    auto sum = hn::Mul(hn::Set(d, taps[0]), hn::LoadU(d, first));
+    for (int k = 1; k < kTaps; ++k) {
+      sum = AddTap<kFused>(sum, hn::Set(d, taps[k]), hn::LoadU(d, first + k));
     }
     hn::StoreU(sum, d, out + j);
   }
 }
 
-void SmoothKernel(const float* const* sources, const float* taps, int begin, int end, bool fused,
-                  float* out) {
+void DownKernel(const float* const* rows, const float* taps, int begin, int end, bool fused,
+                float* upper, float* lower) {
   if (fused && kNativeFma) {
-    Smooth<kNativeFma>(sources, taps, begin, end, out);
+    Down<kNativeFma>(rows, taps, begin, end, upper, lower);
   } else {
-    Smooth<false>(sources, taps, begin, end, out);
+    Down<false>(rows, taps, begin, end, upper, lower);
+  }
+}
+
+void AcrossKernel(const float* row, const float* taps, int begin, int end, bool fused, float* out) {
+  if (fused && kNativeFma) {
+    Across<kNativeFma>(row, taps, begin, end, out);
+  } else {
+    Across<false>(row, taps, begin, end, out);
   }
 }
 
@@ -175,7 +204,8 @@ HWY_AFTER_NAMESPACE();
 namespace jqstitching {
 
 HWY_EXPORT(ProductsKernel);
-HWY_EXPORT(SmoothKernel);
+HWY_EXPORT(DownKernel);
+HWY_EXPORT(AcrossKernel);
 HWY_EXPORT(ResponseKernel);
 HWY_EXPORT(MaximaKernel);
 
@@ -184,15 +214,13 @@ void ProductsRow(const std::uint8_t* above, const std::uint8_t* row, const std::
   JQ_DISPATCH(ProductsKernel)(above, row, below, begin, end, out);
 }
 
-void SmoothDown(const float* const rows[kTaps], const float* taps, int begin, int end, bool fused,
-                float* out) {
-  JQ_DISPATCH(SmoothKernel)(rows, taps, begin, end, fused, out);
+void SmoothDown(const float* const rows[kTaps + 1], const float* taps, int begin, int end,
+                bool fused, float* upper, float* lower) {
+  JQ_DISPATCH(DownKernel)(rows, taps, begin, end, fused, upper, lower);
 }
 
 void SmoothAcross(const float* row, const float* taps, int begin, int end, bool fused, float* out) {
-  const float* sources[kTaps];
-  for (int k = 0; k < kTaps; ++k) sources[k] = row + k - kTaps / 2;
-  JQ_DISPATCH(SmoothKernel)(sources, taps, begin, end, fused, out);
+  JQ_DISPATCH(AcrossKernel)(row, taps, begin, end, fused, out);
 }
 
 double ResponseRow(const float* xx, const float* yy, const float* xy, int begin, int end,

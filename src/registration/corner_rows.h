@@ -22,10 +22,11 @@ constexpr int kTaps = 9;
 void ProductsRow(const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
                  int begin, int end, float* const out[kMaps]);
 
-/// out[j] = sum of taps[k] * rows[k][j], k ascending, in single precision; one
-/// rounding per tap when `fused` (the level must have it: cpu::HasFused).
-void SmoothDown(const float* const rows[kTaps], const float* taps, int begin, int end, bool fused,
-                float* out);
+/// upper[j] = sum of taps[k] * rows[k][j], k ascending, in single precision; one
+/// rounding per tap when `fused` (the level must have it: cpu::HasFused). lower[j]
+/// is the same one row further down: two rows at once read each row once.
+void SmoothDown(const float* const rows[kTaps + 1], const float* taps, int begin, int end,
+                bool fused, float* upper, float* lower);
 
 /// out[j] = sum of taps[k] * row[j + k - 4], likewise.
 void SmoothAcross(const float* row, const float* taps, int begin, int end, bool fused, float* out);

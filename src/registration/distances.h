@@ -2,46 +2,54 @@
 #define JQ_REGISTRATION_DISTANCES_H
 
 #include <cstddef>
+#include <cstdint>
 #include <opencv2/core.hpp>
 #include <vector>
 
 namespace jqstitching {
 
-/// Descriptors laid out so that one lane sums the distance to one descriptor:
-/// column c of all descriptors stands together, padded to whole vectors.
-class TransposedDescriptors {
+/// Descriptors of 16-bit bins laid out so that one lane sums the distance to one
+/// descriptor: bins 2c and 2c + 1 of all descriptors stand together, padded to
+/// whole vectors of any level.
+class PairedDescriptors {
  public:
-  TransposedDescriptors() = default;
-  /// `descriptors` is a `CV_32F` matrix, one descriptor a row.
-  explicit TransposedDescriptors(const cv::Mat& descriptors);
+  PairedDescriptors() = default;
+  /// `descriptors` is a `CV_16U` matrix, one descriptor a row, or empty.
+  explicit PairedDescriptors(const cv::Mat& descriptors);
 
   size_t count() const { return m_count; }
-  size_t columns() const { return m_columns; }
-  /// count() rounded up to whole vectors of any level.
   size_t stride() const { return m_stride; }
-  const float* data() const { return m_values.data(); }
+  const cv::Mat& rows() const { return m_rows; }
+  const std::int16_t* pairs() const { return m_pairs.data(); }
+  /// Largest sum of a descriptor's squared bins; the largest possible value where a
+  /// bin does not fit into 15 bits.
+  std::uint64_t largestSquare() const { return m_largestSquare; }
 
  private:
-  size_t m_count = 0, m_columns = 0, m_stride = 0;
-  std::vector<float> m_values;
+  size_t m_count = 0, m_stride = 0;
+  std::uint64_t m_largestSquare = 0;
+  cv::Mat m_rows;
+  std::vector<std::int16_t> m_pairs;
 };
 
-/// distances[k] = squared distance of `wanted` to descriptor k over the first
-/// `columns` columns: squares of single-precision differences, added one by one,
-/// first column to last, in single precision. `distances` has room for stride()
-/// values; those past count() do not count.
-void SquaredDistances(const TransposedDescriptors& descriptors, const float* wanted, size_t columns,
-                      float* distances);
+/// Whether every squared distance between the two sets fits into 31 bits.
+bool FitsWholeNumbers(const PairedDescriptors& first, const PairedDescriptors& second);
 
-/// The nearest descriptor and the runner-up of a row of distances.
+/// distances[k] = squared distance of `wanted` (`bins` values) to descriptor k, a
+/// whole number. `distances` has room for stride() values; those past count() do
+/// not count.
+void WholeDistances(const PairedDescriptors& descriptors, const std::uint16_t* wanted, size_t bins,
+                    std::int32_t* distances);
+
+/// Index of the first of the least values, that value and the least of the others.
 struct Nearest {
-  size_t index;    ///< the first of equally near ones
-  float distance;  ///< its squared distance
-  float runnerUp;  ///< least squared distance of the others; its own when it is alone
+  size_t index;
+  std::int32_t distance;
+  std::int32_t runnerUp;
 };
 
-/// `count` is at least 1 and the distances are finite.
-Nearest FindNearest(const float* distances, size_t count);
+/// `count` is at least 2.
+Nearest FindNearest(const std::int32_t* distances, size_t count);
 
 }  // namespace jqstitching
 

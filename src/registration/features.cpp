@@ -16,14 +16,21 @@ Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings
   }
   Features features;
   features.corners = std::move(found.positions);
-  DescribeCorners(picture.grey, features.corners).convertTo(features.descriptors, CV_32F);
+  features.descriptors = PairedDescriptors(DescribeCorners(picture.grey, features.corners));
   return features;
 }
 
-void ReferenceFeatures::update(const cv::Mat& picture, const CornerSettings& settings,
-                               CornerScratch& scratch) {
-  if (m_valid && m_settings == settings && m_optimized == cv::useOptimized() &&
-      IsGreyOf(picture, m_grey, m_row)) {
+bool ReferenceFeatures::isCurrent(const cv::Mat& picture, bool untouched,
+                                  const CornerSettings& settings) {
+  if (!m_valid || !(m_settings == settings) || m_optimized != cv::useOptimized()) return false;
+  if (untouched && picture.data == m_source && picture.size() == m_size) return true;
+  return IsGreyOf(picture, m_grey, m_row);
+}
+
+void ReferenceFeatures::update(const cv::Mat& picture, bool untouched,
+                               const CornerSettings& settings, CornerScratch& scratch) {
+  if (isCurrent(picture, untouched, settings)) {
+    m_source = picture.data;
     return;
   }
   m_valid = false;
@@ -34,18 +41,19 @@ void ReferenceFeatures::update(const cv::Mat& picture, const CornerSettings& set
     grey.grey = ToGrey(picture, m_greyMemory);
   }
   m_features = FindFeatures(grey, settings, scratch);
-  m_descriptors = TransposedDescriptors(m_features.descriptors);
   m_grey = grey.grey;
   m_settings = settings;
   m_optimized = cv::useOptimized();
+  m_source = picture.data;
+  m_size = picture.size();
   m_valid = true;
 }
 
-std::optional<Shift> MeasureShift(const ReferenceFeatures& first, const Features& second) {
-  if (first.corners().empty() || second.corners.empty()) return std::nullopt;
+std::optional<Shift> MeasureShift(const Features& first, const Features& second) {
+  if (first.corners.empty() || second.corners.empty()) return std::nullopt;
   std::vector<cv::Point> matchedFirst, matchedSecond;
-  for (const cv::Point& pair : MatchDescriptors(first.descriptors(), second.descriptors)) {
-    matchedFirst.push_back(first.corners()[static_cast<size_t>(pair.y)]);
+  for (const cv::Point& pair : MatchDescriptors(first.descriptors, second.descriptors)) {
+    matchedFirst.push_back(first.corners[static_cast<size_t>(pair.y)]);
     matchedSecond.push_back(second.corners[static_cast<size_t>(pair.x)]);
   }
   Shift shift;

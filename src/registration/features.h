@@ -23,10 +23,10 @@ struct CornerSettings {
   bool halved() const { return detectLevel < 3; }
 };
 
-/// Corners of a picture in its own pixels, and their descriptors (`CV_32F`).
+/// Corners of a picture in its own pixels, and their descriptors.
 struct Features {
   std::vector<cv::Point> corners;
-  cv::Mat descriptors;
+  PairedDescriptors descriptors;
 };
 
 /// `picture.half` is read below level 3 alone.
@@ -34,22 +34,28 @@ Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings
                       CornerScratch& scratch);
 
 /// The reference picture's features, found once for as long as its grey pixels
-/// and the settings stay the same: every use compares all of them, so that a
-/// reference changed in place is never mistaken.
+/// and the settings stay the same.
 class ReferenceFeatures {
  public:
-  void update(const cv::Mat& picture, const CornerSettings& settings, CornerScratch& scratch);
-  const std::vector<cv::Point>& corners() const { return m_features.corners; }
-  const TransposedDescriptors& descriptors() const { return m_descriptors; }
+  /// Every call compares all grey pixels with the remembered ones, so that a
+  /// reference changed in place is never mistaken; only a caller that nobody else
+  /// can have changed the picture behind since the last call says `untouched`, and
+  /// then the same memory counts as the same picture.
+  void update(const cv::Mat& picture, bool untouched, const CornerSettings& settings,
+              CornerScratch& scratch);
+  const Features& features() const { return m_features; }
 
  private:
+  bool isCurrent(const cv::Mat& picture, bool untouched, const CornerSettings& settings);
+
   bool m_valid = false;
   bool m_optimized = false;  // `cv::useOptimized` decides how the image library rounds
   CornerSettings m_settings;
+  const unsigned char* m_source = nullptr;  // compared, never read
+  cv::Size m_size;
   ScratchPicture m_greyMemory, m_halfMemory, m_row;
   cv::Mat m_grey;
   Features m_features;
-  TransposedDescriptors m_descriptors;
 };
 
 /// The shift that carries a point of the second picture onto the first.
@@ -59,7 +65,7 @@ struct Shift {
 };
 
 /// Nothing when either picture has no corners.
-std::optional<Shift> MeasureShift(const ReferenceFeatures& first, const Features& second);
+std::optional<Shift> MeasureShift(const Features& first, const Features& second);
 
 }  // namespace jqstitching
 

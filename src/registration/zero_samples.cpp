@@ -51,5 +51,14 @@ void LiftZeroSamples(cv::Mat& image) {
   for (int r = 0; r < image.rows; ++r) lift(image.ptr(r), bytes, single ? 1 : 2);
 }
 
+GreyAndHalf LiftToGreyAndHalf(cv::Mat& picture, ScratchPicture& greyMemory,
+                              ScratchPicture& halfMemory) {
+  const auto lift = JQ_DISPATCH(LiftZeroRow);
+  const size_t bytes = static_cast<size_t>(picture.cols) * 3;
+  const cv::Mat& lifted = picture;
+  return ToGreyAndHalf(lifted, greyMemory, halfMemory,
+                       [&](int r) { lift(picture.ptr(r), bytes, 2); });
+}
+
 }  // namespace jqstitching
 #endif  // HWY_ONCE

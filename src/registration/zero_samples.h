@@ -3,6 +3,8 @@
 
 #include <opencv2/core.hpp>
 
+#include "picture/grey.h"
+
 namespace jqstitching {
 
 /// Replaces zero bytes in place, because zero marks empty mosaic: by 1 in the
@@ -10,6 +12,11 @@ namespace jqstitching {
 /// 3 * cols bytes of each row of any other. Bytes past a row's end (two-channel
 /// images) are not touched.
 void LiftZeroSamples(cv::Mat& image);
+
+/// `LiftZeroSamples` and `ToGreyAndHalf` of a three-channel 8-bit picture while its
+/// rows are in cache.
+GreyAndHalf LiftToGreyAndHalf(cv::Mat& picture, ScratchPicture& greyMemory,
+                              ScratchPicture& halfMemory);
 
 }  // namespace jqstitching
 

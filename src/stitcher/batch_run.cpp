@@ -28,6 +28,7 @@ void JQImageStitching::slotStartStitching() {
   m_pAlgorithm->JudgeImageChannel(m_curFrame, m_curFrame);
   m_refFrame = m_curFrame;
   m_pRun->lastFramePlaced = true;
+  m_pRun->referenceExposed = true;
   m_pRun->placedBounds = cv::Rect();
   emit sglMultiImageProcessStatus(QObject::tr("Image Stitching 1/") + count);
 
@@ -35,7 +36,6 @@ void JQImageStitching::slotStartStitching() {
   // record's offset as it is: both differ from the live run.
   for (int i = 1; i < m_fileList.size(); ++i) {
     cv::Mat newFrame = ReadFrame(m_fileList[i]);
-    m_pAlgorithm->JudgeImageChannel(newFrame, newFrame);
     bool accepted = false;
     RunState::takeFrame(*this, newFrame, accepted);
     if (accepted) ++m_nFrameCount;

@@ -1,6 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
-#include "jqimagestitching.h"
+#include "stitcher/run_state.h"
 
 void JQImageStitching::initResultMat(cv::Mat* frame) {
   const int rows = frame->rows, cols = frame->cols;
@@ -81,6 +81,7 @@ void JQImageStitching::findCutPoint(cv::Mat* frame) {
 bool JQImageStitching::ChangeStitchingBackground(int c0, int c1, int c2) {
   if (m_curFrame.empty()) return false;
   if (c0 == 0 && c1 == 0 && c2 == 0) return true;
+  RunState::exposeCurrentFrame(*this);
   // Three bytes a pixel whatever the type; never past a row's end.
   const size_t rowBytes = static_cast<size_t>(m_curFrame.cols) * m_curFrame.elemSize();
   const size_t pixels = std::min(static_cast<size_t>(m_curFrame.cols), rowBytes / 3);

@@ -28,6 +28,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_fMinOverlap = 0.1f;
     m_fMaxOverlap = 0.9f;
     m_pRun->lastFramePlaced = true;
+    m_pRun->referenceExposed = true;
     m_pRun->placedBounds = cv::Rect();
     return m_pOutImage;
   }
@@ -40,7 +41,6 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
   }
   cv::Mat newFrame = m_pRun->takeSpare();
   ConvertJQImgToCv8UC3(img, newFrame);
-  m_pAlgorithm->JudgeImageChannel(newFrame, newFrame);
   cv::Mat oldReference = m_refFrame;
   bool accepted = false;
   bool judged = false;

@@ -23,3 +23,9 @@ cv::Mat JQImageStitching::RunState::takeSpare() {
   }
   return cv::Mat();
 }
+
+void JQImageStitching::RunState::exposeCurrentFrame(JQImageStitching& stitcher) {
+  if (stitcher.m_curFrame.data == stitcher.m_refFrame.data) {
+    stitcher.m_pRun->referenceExposed = true;
+  }
+}

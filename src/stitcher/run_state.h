@@ -10,14 +10,22 @@
 struct JQImageStitching::RunState {
   bool lastFramePlaced = false;
   cv::Rect placedBounds;
+  /// Whether the host has been handed the reference's pixels or had them
+  /// recoloured: they may change between calls then.
+  bool referenceExposed = true;
 
-  /// Takes one later frame of a run: judges and registers it and, when it passes,
+  /// Takes one later frame of a run as it was read: lifts its zero samples, judges
+  /// and registers it and, when it passes,
   /// places it. Returns whether the acceptance test ran. All or nothing: when
   /// it throws, the stitcher is as before.
   static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame, bool& accepted);
 
   /// A deep copy of the mosaic's content box; empty without a mosaic.
   static cv::Mat trimmed(const JQImageStitching& stitcher);
+
+  /// To be called before the current picture's pixels are handed to the host or
+  /// changed for it: the reference may share them.
+  static void exposeCurrentFrame(JQImageStitching& stitcher);
 
   /// Keeps the memory of a picture that nobody else holds, for the next frame.
   void recycle(cv::Mat& picture);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "engine/offset_step.h"
 #include "stitcher/run_state.h"
 
 namespace {
@@ -26,9 +27,12 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
   const bool startsMosaic = stitcher.m_nFrameCount == 0;
   accepted = false;
   try {
-    stitcher.m_pAlgorithm->StitchingImage_offset(
-        stitcher.m_nFrameCount, stitcher.m_refFrame, stitcher.m_curFrame, newFrame,
-        stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic, flags);
+    JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
+    const jqstitching::KnownOfFrames known{true, !run.referenceExposed};
+    jqstitching::OffsetStep(engine, jqstitching::EngineAccess::workspace(engine), known,
+                            stitcher.m_nFrameCount, stitcher.m_refFrame, stitcher.m_curFrame,
+                            newFrame, stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic,
+                            flags);
     if (startsMosaic) run.placedBounds = cv::Rect(stitcher.m_mosaicMin, stitcher.m_mosaicMax);
     const bool judged = flags.overlapFlag == 1;
     accepted = judged && isAccepted(stitcher, newFrame);
@@ -68,6 +72,7 @@ void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newF
       stitcher.m_mosaicMin, stitcher.m_mosaicMax, position, stitcher.m_mosaic, stitcher.m_refFrame);
   flags.positionX = position.x;
   flags.positionY = position.y;
+  run.referenceExposed = false;
   // Growth at the top or left has moved everything by the difference. The new
   // reference is the fused block, so its size is the placed frame's.
   run.placedBounds =

@@ -26,6 +26,7 @@ _tagJQIMG* JQImageStitching::CutEdge(_tagJQIMG* img) {
 
 _tagJQIMG* JQImageStitching::GetImageStitching(_tagJQIMG* img) {
   if (m_pOutImage == nullptr || m_curFrame.empty()) return nullptr;
+  RunState::exposeCurrentFrame(*this);
   jqstitching::FillRecord(*m_pOutImage, *img, m_curFrame);
   return m_pOutImage;
 }

@@ -1,0 +1,30 @@
+#ifndef JQ_ENGINE_OFFSET_STEP_H
+#define JQ_ENGINE_OFFSET_STEP_H
+
+#include "engine/workspace.h"
+#include "jqstitchingalgorithm.h"
+
+namespace jqstitching {
+
+/// The stitcher's way to its engine's scratch memory.
+struct EngineAccess {
+  static Workspace& workspace(JQStitchingAlgorithm& engine) { return engine.m_workspace.get(); }
+};
+
+/// What a caller knows of the frames and the engine cannot see.
+struct KnownOfFrames {
+  /// The new frame's zero samples are still to be lifted: done here, in the pass
+  /// that makes its grey pictures.
+  bool unlifted = false;
+  /// See `ReferenceFeatures::update`.
+  bool referenceUntouched = false;
+};
+
+/// `JQStitchingAlgorithm::StitchingImage_offset` for a caller that knows more.
+void OffsetStep(JQStitchingAlgorithm& engine, Workspace& workspace, const KnownOfFrames& known,
+                int frameIndex, cv::Mat refImage, cv::Mat prevImage, cv::Mat curImage,
+                cv::Point& minPoint, cv::Point& maxPoint, cv::Mat& mosaicImage, stitchflags& flags);
+
+}  // namespace jqstitching
+
+#endif  // JQ_ENGINE_OFFSET_STEP_H
