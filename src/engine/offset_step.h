@@ -16,8 +16,8 @@ struct KnownOfFrames {
   /// The new frame's zero samples are still to be lifted: done here, in the pass
   /// that makes its grey pictures.
   bool unlifted = false;
-  /// See `ReferenceFeatures::update`.
-  bool referenceUntouched = false;
+  /// The reference's number, or 0; see `ReferenceFeatures::update`.
+  std::uint64_t referenceId = 0;
 };
 
 /// `JQStitchingAlgorithm::StitchingImage_offset` for a caller that knows more.

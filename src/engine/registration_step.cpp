@@ -8,11 +8,11 @@ bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second) {
 }
 
 void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
-                    bool firstUntouched, const GreyAndHalf& current, int& offsetX, int& offsetY,
+                    std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
                     int& supportCount) {
   const CornerSettings settings{engine.m_nDetectLevel, engine.m_nCornerBudget};
   engine.m_nDownScale = settings.halved() ? 2 : 1;
-  workspace.reference.update(first, firstUntouched, settings, workspace.corners);
+  workspace.reference.update(first, firstId, settings, workspace.corners);
   const Features features = FindFeatures(current, settings, workspace.corners);
   const std::optional<Shift> shift = MeasureShift(workspace.reference.features(), features);
   if (!shift) return;

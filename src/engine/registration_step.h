@@ -12,9 +12,9 @@ bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second);
 
 /// `ImageMosaicFun` with the second picture's grey pictures already made
 /// (`current.half` is needed below level 3) and the first one's features
-/// remembered; for `firstUntouched` see `ReferenceFeatures::update`.
+/// remembered; for `firstId` see `ReferenceFeatures::update`.
 void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
-                    bool firstUntouched, const GreyAndHalf& current, int& offsetX, int& offsetY,
+                    std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
                     int& supportCount);
 
 }  // namespace jqstitching

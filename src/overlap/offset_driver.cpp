@@ -116,7 +116,7 @@ void jqstitching::OffsetStep(JQStitchingAlgorithm& engine, Workspace& workspace,
   }
 
   if (current != nullptr) {
-    RegisterShared(engine, workspace, refImage, known.referenceUntouched, *current, record.offsetX,
+    RegisterShared(engine, workspace, refImage, known.referenceId, *current, record.offsetX,
                    record.offsetY, record.matchCount);
   } else {
     engine.ImageMosaicFun(refImage, curImage, record.offsetX, record.offsetY, record.matchCount);

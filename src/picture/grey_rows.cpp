@@ -25,48 +25,62 @@ using U8 = hn::ScalableTag<std::uint8_t>;
 using HalfU8 = hn::Half<U8>;
 using I16 = hn::ScalableTag<std::int16_t>;
 using I32 = hn::ScalableTag<std::int32_t>;
+using U32 = hn::ScalableTag<std::uint32_t>;
 
-// Weighted sums of the pixels whose three samples are given as 16-bit lanes. The
-// interleaving and the narrowing both work within blocks of 128 bits, so the
-// pixels come out in order.
-template <class V>
-HWY_INLINE V WeightedSum(V p0, V p1, V p2) {
-  const I16 d16;
-  const I32 d32;
-  const auto pair01 = hn::BitCast(
-      d16, hn::Set(d32, static_cast<std::int32_t>(kWeight0 | (std::int32_t{kWeight1} << 16))));
-  const auto pair2r = hn::BitCast(
-      d16, hn::Set(d32, static_cast<std::int32_t>(kWeight2 | (std::int32_t{kRound} << 16))));
-  const auto one = hn::Set(d16, std::int16_t{1});
-  auto rest = hn::Zero(d32);
-  const auto sum = [&](V a, V b) HWY_ATTR {
-    const auto first = hn::ReorderWidenMulAccumulate(d32, a, pair01, hn::Zero(d32), rest);
-    const auto both = hn::ReorderWidenMulAccumulate(d32, b, pair2r, first, rest);
-    return hn::ShiftRight<kShift>(hn::RearrangeToOddPlusEven(both, rest));
-  };
-  const auto low = sum(hn::InterleaveLower(d16, p0, p1), hn::InterleaveLower(d16, p2, one));
-  const auto high = sum(hn::InterleaveUpper(d16, p0, p1), hn::InterleaveUpper(d16, p2, one));
-  return hn::ReorderDemote2To(d16, low, high);
-}
+// Bytes of a block of four pixels (12 bytes) as 16-bit pairs: the first two
+// samples of each pixel, and the third one beside a zero. 0x80 makes a zero.
+alignas(16) constexpr std::uint8_t kFirstTwo[16] = {0, 0x80, 1, 0x80, 3, 0x80, 4,  0x80,
+                                                    6, 0x80, 7, 0x80, 9, 0x80, 10, 0x80};
+alignas(16) constexpr std::uint8_t kThird[16] = {2, 0x80, 0x80, 0x80, 5,  0x80, 0x80, 0x80,
+                                                 8, 0x80, 0x80, 0x80, 11, 0x80, 0x80, 0x80};
+
+// The grey values of as many pixels as there are 32-bit lanes. A whole vector is
+// read, which is a third more than the pixels.
+class GreyPixels {
+ public:
+  GreyPixels() {
+    const I32 d32;
+    // Block b of 128 bits takes its 12 bytes from 32-bit lane 3 b on.
+    alignas(64) std::uint32_t lanes[HWY_MAX_BYTES / 4];
+    for (size_t i = 0; i < hn::Lanes(U32()); ++i) {
+      lanes[i] = static_cast<std::uint32_t>(i / 4 * 3 + i % 4);
+    }
+    m_blocks = hn::IndicesFromVec(U32(), hn::Load(U32(), lanes));
+    m_firstTwo = hn::LoadDup128(U8(), kFirstTwo);
+    m_third = hn::LoadDup128(U8(), kThird);
+    m_weights01 = hn::BitCast(I16(), hn::Set(d32, kWeight0 | (std::int32_t{kWeight1} << 16)));
+    m_weight2 = hn::BitCast(I16(), hn::Set(d32, std::int32_t{kWeight2}));
+  }
+
+  hn::Vec<I32> operator()(const std::uint8_t* colour) const {
+    const I32 d32;
+    const auto bytes = hn::BitCast(
+        U8(), hn::TableLookupLanes(hn::BitCast(U32(), hn::LoadU(U8(), colour)), m_blocks));
+    const auto first = hn::BitCast(I16(), hn::TableLookupBytesOr0(bytes, m_firstTwo));
+    const auto third = hn::BitCast(I16(), hn::TableLookupBytesOr0(bytes, m_third));
+    auto rest = hn::Zero(d32);
+    auto sum = hn::Set(d32, std::int32_t{kRound});
+    sum = hn::ReorderWidenMulAccumulate(d32, first, m_weights01, sum, rest);
+    sum = hn::ReorderWidenMulAccumulate(d32, third, m_weight2, sum, rest);
+    return hn::ShiftRight<kShift>(sum);
+  }
+
+ private:
+  decltype(hn::IndicesFromVec(U32(), hn::Zero(U32()))) m_blocks;
+  hn::Vec<U8> m_firstTwo, m_third;
+  hn::Vec<I16> m_weights01, m_weight2;
+};
 #endif
 
 void GreyRowKernel(const std::uint8_t* colour, size_t cols, std::uint8_t* grey) {
   size_t i = 0;
 #if HWY_TARGET != HWY_SCALAR
-  const U8 d8;
-  const HalfU8 h8;
-  const I16 d16;
-  const size_t lanes = hn::Lanes(d8);
-  for (; i + lanes <= cols; i += lanes) {
-    hn::Vec<U8> p0, p1, p2;
-    hn::LoadInterleaved3(d8, colour + 3 * i, p0, p1, p2);
-    const auto low = WeightedSum(hn::PromoteTo(d16, hn::LowerHalf(h8, p0)),
-                                 hn::PromoteTo(d16, hn::LowerHalf(h8, p1)),
-                                 hn::PromoteTo(d16, hn::LowerHalf(h8, p2)));
-    const auto high = WeightedSum(hn::PromoteTo(d16, hn::UpperHalf(h8, p0)),
-                                  hn::PromoteTo(d16, hn::UpperHalf(h8, p1)),
-                                  hn::PromoteTo(d16, hn::UpperHalf(h8, p2)));
-    hn::StoreU(hn::Combine(d8, hn::DemoteTo(h8, high), hn::DemoteTo(h8, low)), d8, grey + i);
+  const hn::Rebind<std::uint8_t, I32> bytes;
+  const GreyPixels greyPixels;
+  const size_t lanes = hn::Lanes(I32());
+  // The last vectors' surplus must still lie in the row.
+  for (; i + 2 * lanes <= cols; i += lanes) {
+    hn::StoreU(hn::DemoteTo(bytes, greyPixels(colour + 3 * i)), bytes, grey + i);
   }
 #endif
   for (; i < cols; ++i) {

@@ -26,37 +26,30 @@ int Angle(int gx, int gy) {
   return a == 0 ? 0 : 360 - a;
 }
 
-// Orientation bin and magnitude of every gradient. They depend on the sizes of
-// the two differences and on their signs alone, so a quarter of the gradients is
-// stored with its bins in all four quadrants.
+// Orientation bin and magnitude of every gradient, at [gy + 256][gx + 256].
 class GradientTable {
  public:
-  GradientTable() {
-    for (int y = 0; y < kSizes; ++y) {
-      for (int x = 0; x < kSizes; ++x) {
-        const auto magnitude =
-            static_cast<std::uint32_t>(std::sqrt(static_cast<float>(x * x + y * y)));
-        std::uint32_t entry = magnitude << kMagnitudeShift;
-        for (int quadrant = 0; quadrant < 4; ++quadrant) {
-          const int gx = (quadrant & 1) != 0 ? -x : x, gy = (quadrant & 2) != 0 ? -y : y;
-          entry |= static_cast<std::uint32_t>(Angle(gx, gy) / 45) << (4 * quadrant);
-        }
-        m_entries[y * kSizes + x] = entry;
+  GradientTable() : m_entries(static_cast<size_t>(kSide) * kSide) {
+    for (int y = 1 - kZero; y < kZero; ++y) {
+      for (int x = 1 - kZero; x < kZero; ++x) {
+        const auto magnitude = static_cast<int>(std::sqrt(static_cast<float>(x * x + y * y)));
+        entry(x, y) = static_cast<std::uint16_t>(magnitude * kBins + Angle(x, y) / 45);
       }
     }
   }
 
   void add(int gx, int gy, std::uint16_t* bins) const {
-    const std::uint32_t entry = m_entries[std::abs(gy) * kSizes + std::abs(gx)];
-    const int quadrant = (gx < 0 ? 1 : 0) | (gy < 0 ? 2 : 0);
-    const std::uint32_t bin = (entry >> (4 * quadrant)) & 7;
-    bins[bin] = static_cast<std::uint16_t>(bins[bin] + (entry >> kMagnitudeShift));
+    const unsigned value = m_entries[static_cast<size_t>((gy + kZero) * kSide + gx + kZero)];
+    std::uint16_t& bin = bins[value % kBins];
+    bin = static_cast<std::uint16_t>(bin + value / kBins);
   }
 
  private:
-  static constexpr int kSizes = 256;
-  static constexpr int kMagnitudeShift = 16;
-  std::uint32_t m_entries[kSizes * kSizes];
+  static constexpr int kZero = 256, kSide = 2 * kZero;
+  std::uint16_t& entry(int x, int y) {
+    return m_entries[static_cast<size_t>((y + kZero) * kSide + x + kZero)];
+  }
+  std::vector<std::uint16_t> m_entries;
 };
 
 const GradientTable& Gradients() {

@@ -20,17 +20,17 @@ Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings
   return features;
 }
 
-bool ReferenceFeatures::isCurrent(const cv::Mat& picture, bool untouched,
+bool ReferenceFeatures::isCurrent(const cv::Mat& picture, std::uint64_t id,
                                   const CornerSettings& settings) {
   if (!m_valid || !(m_settings == settings) || m_optimized != cv::useOptimized()) return false;
-  if (untouched && picture.data == m_source && picture.size() == m_size) return true;
+  if (id != 0 && id == m_id) return true;
   return IsGreyOf(picture, m_grey, m_row);
 }
 
-void ReferenceFeatures::update(const cv::Mat& picture, bool untouched,
+void ReferenceFeatures::update(const cv::Mat& picture, std::uint64_t id,
                                const CornerSettings& settings, CornerScratch& scratch) {
-  if (isCurrent(picture, untouched, settings)) {
-    m_source = picture.data;
+  if (isCurrent(picture, id, settings)) {
+    m_id = id;
     return;
   }
   m_valid = false;
@@ -44,8 +44,7 @@ void ReferenceFeatures::update(const cv::Mat& picture, bool untouched,
   m_grey = grey.grey;
   m_settings = settings;
   m_optimized = cv::useOptimized();
-  m_source = picture.data;
-  m_size = picture.size();
+  m_id = id;
   m_valid = true;
 }
 

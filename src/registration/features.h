@@ -38,21 +38,20 @@ Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings
 class ReferenceFeatures {
  public:
   /// Every call compares all grey pixels with the remembered ones, so that a
-  /// reference changed in place is never mistaken; only a caller that nobody else
-  /// can have changed the picture behind since the last call says `untouched`, and
-  /// then the same memory counts as the same picture.
-  void update(const cv::Mat& picture, bool untouched, const CornerSettings& settings,
+  /// reference changed in place is never mistaken. Only a caller who holds the
+  /// picture alone gives it an `id` that no other picture has had; the same id
+  /// counts as the same picture, and 0 asks for the comparison.
+  void update(const cv::Mat& picture, std::uint64_t id, const CornerSettings& settings,
               CornerScratch& scratch);
   const Features& features() const { return m_features; }
 
  private:
-  bool isCurrent(const cv::Mat& picture, bool untouched, const CornerSettings& settings);
+  bool isCurrent(const cv::Mat& picture, std::uint64_t id, const CornerSettings& settings);
 
   bool m_valid = false;
   bool m_optimized = false;  // `cv::useOptimized` decides how the image library rounds
   CornerSettings m_settings;
-  const unsigned char* m_source = nullptr;  // compared, never read
-  cv::Size m_size;
+  std::uint64_t m_id = 0;
   ScratchPicture m_greyMemory, m_halfMemory, m_row;
   cv::Mat m_grey;
   Features m_features;

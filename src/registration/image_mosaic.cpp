@@ -13,7 +13,7 @@ int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& off
     m_nDownScale = halved ? 2 : 1;  // also where a picture turns out too small to halve
     const GreyAndHalf& current =
         halved ? workspace.current.make(second) : workspace.current.makeGrey(second);
-    RegisterShared(*this, workspace, first, false, current, offsetX, offsetY, supportCount);
+    RegisterShared(*this, workspace, first, 0, current, offsetX, offsetY, supportCount);
     return 0;
   }
 

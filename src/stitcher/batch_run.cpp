@@ -28,7 +28,7 @@ void JQImageStitching::slotStartStitching() {
   m_pAlgorithm->JudgeImageChannel(m_curFrame, m_curFrame);
   m_refFrame = m_curFrame;
   m_pRun->lastFramePlaced = true;
-  m_pRun->referenceExposed = true;
+  m_pRun->referenceId = 0;
   m_pRun->placedBounds = cv::Rect();
   emit sglMultiImageProcessStatus(QObject::tr("Image Stitching 1/") + count);
 

@@ -28,7 +28,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_fMinOverlap = 0.1f;
     m_fMaxOverlap = 0.9f;
     m_pRun->lastFramePlaced = true;
-    m_pRun->referenceExposed = true;
+    m_pRun->referenceId = 0;
     m_pRun->placedBounds = cv::Rect();
     return m_pOutImage;
   }

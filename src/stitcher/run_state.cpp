@@ -26,6 +26,6 @@ cv::Mat JQImageStitching::RunState::takeSpare() {
 
 void JQImageStitching::RunState::exposeCurrentFrame(JQImageStitching& stitcher) {
   if (stitcher.m_curFrame.data == stitcher.m_refFrame.data) {
-    stitcher.m_pRun->referenceExposed = true;
+    stitcher.m_pRun->referenceId = 0;
   }
 }

@@ -10,9 +10,10 @@
 struct JQImageStitching::RunState {
   bool lastFramePlaced = false;
   cv::Rect placedBounds;
-  /// Whether the host has been handed the reference's pixels or had them
-  /// recoloured: they may change between calls then.
-  bool referenceExposed = true;
+  /// Number of the reference, one more for each placed frame. 0 once the host has
+  /// been handed its pixels or had them recoloured: they may change between calls
+  /// then, and the engine compares them every time.
+  std::uint64_t referenceId = 0;
 
   /// Takes one later frame of a run as it was read: lifts its zero samples, judges
   /// and registers it and, when it passes,
@@ -33,6 +34,8 @@ struct JQImageStitching::RunState {
   cv::Mat takeSpare();
 
  private:
+  std::uint64_t m_references = 0;  // numbered so far
+
   // A frame that is left out frees one picture, one that is placed two.
   cv::Mat m_spares[2];
 

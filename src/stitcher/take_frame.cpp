@@ -28,7 +28,7 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
   accepted = false;
   try {
     JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
-    const jqstitching::KnownOfFrames known{true, !run.referenceExposed};
+    const jqstitching::KnownOfFrames known{true, run.referenceId};
     jqstitching::OffsetStep(engine, jqstitching::EngineAccess::workspace(engine), known,
                             stitcher.m_nFrameCount, stitcher.m_refFrame, stitcher.m_curFrame,
                             newFrame, stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic,
@@ -72,7 +72,7 @@ void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newF
       stitcher.m_mosaicMin, stitcher.m_mosaicMax, position, stitcher.m_mosaic, stitcher.m_refFrame);
   flags.positionX = position.x;
   flags.positionY = position.y;
-  run.referenceExposed = false;
+  run.referenceId = ++run.m_references;
   // Growth at the top or left has moved everything by the difference. The new
   // reference is the fused block, so its size is the placed frame's.
   run.placedBounds =
