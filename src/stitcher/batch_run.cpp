@@ -44,6 +44,6 @@ void JQImageStitching::slotStartStitching() {
                                     count);
   }
 
-  m_curFrame = RunState::trimmed(*this);
+  RunState::trim(*this);
   emit sglMultiImageProcessFinished(&m_curFrame);
 }

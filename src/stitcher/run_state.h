@@ -21,8 +21,9 @@ struct JQImageStitching::RunState {
   /// it throws, the stitcher is as before.
   static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame, bool& accepted);
 
-  /// A deep copy of the mosaic's content box; empty without a mosaic.
-  static cv::Mat trimmed(const JQImageStitching& stitcher);
+  /// Makes the current picture a deep copy of the mosaic's content box; empty
+  /// without a mosaic.
+  static void trim(JQImageStitching& stitcher);
 
   /// To be called before the current picture's pixels are handed to the host or
   /// changed for it: the reference may share them.

@@ -4,17 +4,21 @@
 #include "stitcher/output_record.h"
 #include "stitcher/run_state.h"
 
-cv::Mat JQImageStitching::RunState::trimmed(const JQImageStitching& stitcher) {
+void JQImageStitching::RunState::trim(JQImageStitching& stitcher) {
   // A batch run of one file makes no mosaic; an empty matrix has no ranges to take.
-  if (stitcher.m_mosaic.empty()) return cv::Mat();
-  return stitcher.m_mosaic.rowRange(stitcher.m_mosaicMin.y, stitcher.m_mosaicMax.y)
-      .colRange(stitcher.m_mosaicMin.x, stitcher.m_mosaicMax.x)
-      .clone();
+  if (stitcher.m_mosaic.empty()) {
+    stitcher.m_curFrame.release();
+    return;
+  }
+  // Never into the present pixels, which the reference may share.
+  stitcher.m_curFrame = stitcher.m_mosaic.rowRange(stitcher.m_mosaicMin.y, stitcher.m_mosaicMax.y)
+                            .colRange(stitcher.m_mosaicMin.x, stitcher.m_mosaicMax.x)
+                            .clone();
 }
 
 bool JQImageStitching::CutEdge() {
   if (m_curFrame.empty() || m_mosaic.empty()) return false;
-  m_curFrame = RunState::trimmed(*this);
+  RunState::trim(*this);
   return true;
 }
 

@@ -36,7 +36,11 @@ void Stitcher::Trim() {
     return;
   }
   const cv::Mat rows = m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y);
-  rows.colRange(m_mosaicMin.x, m_mosaicMax.x).copyTo(m_curFrame);
+  // Pixels of its own, also where the current frame has this size already and shares
+  // its pixels with the reference.
+  cv::Mat own;
+  rows.colRange(m_mosaicMin.x, m_mosaicMax.x).copyTo(own);
+  m_curFrame = own;
 }
 
 bool Stitcher::CutEdge() {
