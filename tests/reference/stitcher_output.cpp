@@ -30,17 +30,15 @@ void Stitcher::FillRecord(const _tagJQIMG* img, const cv::Mat& m) {
   std::memcpy(m_pOutImage.get(), bytes, 1024);
 }
 
+// The picture gets its own pixels, also where its old ones would fit: the reference
+// may stand on those.
 void Stitcher::Trim() {
-  if (m_mosaic.empty()) {  // such a matrix has no ranges to take
-    m_curFrame.release();
-    return;
+  cv::Mat picture;
+  if (!m_mosaic.empty()) {  // an empty matrix has no ranges to take
+    const cv::Mat rows = m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y);
+    rows.colRange(m_mosaicMin.x, m_mosaicMax.x).copyTo(picture);
   }
-  const cv::Mat rows = m_mosaic.rowRange(m_mosaicMin.y, m_mosaicMax.y);
-  // Pixels of its own, also where the current frame has this size already and shares
-  // its pixels with the reference.
-  cv::Mat own;
-  rows.colRange(m_mosaicMin.x, m_mosaicMax.x).copyTo(own);
-  m_curFrame = own;
+  m_curFrame = picture;
 }
 
 bool Stitcher::CutEdge() {

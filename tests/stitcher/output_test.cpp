@@ -90,6 +90,21 @@ TEST(Trimming, IsRefusedWhereThereIsAMosaicButNoFrame) {
   EXPECT_EQ(run.stitcher.GetImageStitching(img), nullptr);
 }
 
+// After a batch run there is a mosaic, but no record: the first live frame makes it.
+TEST(Trimming, WithARecordIsRefusedBeforeTheStitcherHasItsOwn) {
+  FlatRun run(cv::Size(100, 50));
+  run.Take(30, 0);
+  _tagJQIMG* own = inside::OutImage(run.stitcher);
+  inside::OutImage(run.stitcher) = nullptr;
+  const unsigned char* pixels = inside::CurFrame(run.stitcher).data;
+  _tagJQIMG* img = AnyRecord().get();
+  EXPECT_EQ(run.stitcher.CutEdge(img), img);
+  EXPECT_EQ(run.stitcher.GetImageStitching(img), nullptr);
+  EXPECT_EQ(inside::CurFrame(run.stitcher).data, pixels);
+  EXPECT_TRUE(run.stitcher.CutEdge());
+  inside::OutImage(run.stitcher) = own;
+}
+
 TEST(Trimming, BackgroundOfATrimmedMosaicCanBeRecoloured) {
   FlatRun run(cv::Size(100, 50));
   run.Take(30, 20);

@@ -85,6 +85,46 @@ TEST(Sharing, BatchReferenceStartsAsTheFirstFile) {
   EXPECT_EQ(shared, (std::vector<bool>{true, false}));
 }
 
+// Where the box is as large as the frame, trimming could write into the frame's
+// pixels, which may be the reference's too.
+TEST(Sharing, TrimmedPictureHasItsOwnPixels) {
+  BatchFiles files;
+  for (int k = 0; k < 2; ++k) files.Add(cv::Mat(40, 60, CV_8UC3, cv::Scalar::all(9)));
+  JQImageStitching stitcher;
+  BatchRun(stitcher, files.paths());
+  ASSERT_EQ(inside::CurFrame(stitcher).size(), inside::RefFrame(stitcher).size());
+  EXPECT_FALSE(Share(inside::CurFrame(stitcher), inside::RefFrame(stitcher)));
+  EXPECT_FALSE(Share(inside::CurFrame(stitcher), stitcher.GetMosaic()));
+}
+
+// Memory of old frames is used again, but not under a header that the host keeps.
+TEST(Sharing, PicturesThatTheHostHoldsStay) {
+  FlatRun run(cv::Size(100, 50));
+  std::vector<cv::Mat> held;
+  std::vector<cv::Mat> copies;
+  const int offsets[] = {0, 30, 3, 30, -30, 2, 30};
+  for (const int offset : offsets) {
+    run.Take(offset, 0);
+    for (const cv::Mat& picture :
+         {inside::CurFrame(run.stitcher), inside::RefFrame(run.stitcher)}) {
+      held.push_back(picture);
+      copies.push_back(picture.clone());
+    }
+  }
+  ASSERT_GE(run.stitcher.GetFrameCount(), 4);
+  for (std::size_t k = 0; k < held.size(); ++k) EXPECT_TRUE(SameMatrix(held[k], copies[k])) << k;
+}
+
+TEST(Sharing, ReferenceAndCurrentFrameNeverBecomeOneByReuse) {
+  FlatRun run(cv::Size(100, 50));
+  for (int k = 0; k < 12; ++k) {
+    const bool place = k % 3 == 0;
+    run.Take(place ? 20 : 2, 0);
+    ASSERT_EQ(run.stitcher.IsLastFrameAccepted(), place);
+    EXPECT_EQ(Share(inside::CurFrame(run.stitcher), inside::RefFrame(run.stitcher)), place);
+  }
+}
+
 TEST(Sharing, TrimmingLeavesTheMosaicAlone) {
   FlatRun run(cv::Size(100, 50));
   run.Take(30, 0);
