@@ -9,17 +9,17 @@
 /// belong to the host and are copied along untouched.
 struct _tagJQIMG {
   std::uint8_t reserved0[12];
-  std::uint16_t width;           ///< pixels
-  std::uint16_t height;          ///< pixels
-  std::int32_t bytesPerLine;     ///< from the start of one line to the next
-  std::uint8_t format;           ///< 0: raw interleaved samples
+  std::uint16_t width;        ///< pixels
+  std::uint16_t height;       ///< pixels
+  std::int32_t bytesPerLine;  ///< from the start of one line to the next
+  std::uint8_t format;        ///< 0: raw interleaved samples
   std::uint8_t reserved1;
   std::uint8_t channels;         ///< 1 grey, 3 blue-green-red, 4 blue-green-red-alpha
   std::uint8_t bytesPerChannel;  ///< 1, or 2 (little endian)
   std::uint8_t reserved2[8];
-  std::uint32_t bufferSize;      ///< bytes behind `pixels`
+  std::uint32_t bufferSize;  ///< bytes behind `pixels`
   std::uint8_t reserved3[12];
-  unsigned char* pixels;         ///< first sample of the first line; not owned
+  unsigned char* pixels;  ///< first sample of the first line; not owned
   std::uint8_t reserved4[968];
 };
 
