@@ -290,7 +290,9 @@ class SimulateEffect : public testing::Test {
     Strings all = {"-n", "5", "--image", m_folder / "grey.png", "--force"};
     all.insert(all.end(), options.begin(), options.end());
     Simulate(m_folder / "pass", all);
-    return cv::imread(m_folder / "pass/frame_000" + std::to_string(frame) + ".png");
+    const cv::Mat image = cv::imread(m_folder / "pass/frame_000" + std::to_string(frame) + ".png");
+    EXPECT_FALSE(image.empty());
+    return image.empty() ? cv::Mat(100, 200, CV_8UC3, cv::Scalar()) : image;
   }
 
   TemporaryFolder m_folder;
