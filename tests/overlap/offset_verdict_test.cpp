@@ -54,6 +54,15 @@ TYPED_TEST(OffsetVerdict, NeutralMotionThresholdPassesAllButTheNegative) {
   EXPECT_EQ(this->MotionFlag(0, 255), 0);
 }
 
+// 9 million pixels times 255 do not fit 32 bits.
+TYPED_TEST(OffsetVerdict, MotionOfLargeColourFramesDoesNotWrap) {
+  this->engine.SetParameter(1, 8, 1, 0);
+  const cv::Mat black = pictures::Flat(3000, 3000, CV_8UC3, 0);
+  const cv::Mat white = pictures::Flat(3000, 3000, CV_8UC3, 255);
+  this->Call(1, pictures::Flat(100, 100, CV_8UC3, 9), black, white);
+  EXPECT_EQ(this->flags.overlapFlag, 0);
+}
+
 TYPED_TEST(OffsetVerdict, MotionModeLeavesTheOverlapThresholds) {
   this->engine.SetParameter(1, 8, 1, 1);
   this->engine.m_fBrightThreshold = -9.0f;
