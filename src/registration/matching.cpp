@@ -123,11 +123,15 @@ void JQStitchingAlgorithm::RoughMatchPoint(std::vector<cv::Point> cornersFirst,
                                            std::vector<cv::Point> pairs,
                                            std::vector<cv::Point>& matchedFirst,
                                            std::vector<cv::Point>& matchedSecond) {
-  std::vector<cv::Point> first = matchedFirst, second = matchedSecond;
+  // Checked before anything is appended. One list may be given for both outputs.
   for (const cv::Point& pair : pairs) {
-    first.push_back(cornersFirst.at(static_cast<size_t>(pair.y)));
-    second.push_back(cornersSecond.at(static_cast<size_t>(pair.x)));
+    cornersFirst.at(static_cast<size_t>(pair.y));
+    cornersSecond.at(static_cast<size_t>(pair.x));
   }
-  matchedFirst.swap(first);
-  matchedSecond.swap(second);
+  matchedFirst.reserve(matchedFirst.size() + pairs.size());
+  matchedSecond.reserve(matchedSecond.size() + pairs.size());
+  for (const cv::Point& pair : pairs) {
+    matchedFirst.push_back(cornersFirst[static_cast<size_t>(pair.y)]);
+    matchedSecond.push_back(cornersSecond[static_cast<size_t>(pair.x)]);
+  }
 }

@@ -112,6 +112,14 @@ TYPED_TEST(MatchedPoints, PairsBecomePointsInListOrder) {
   EXPECT_TRUE(SamePoints(m2, {{20, 20}, {10, 10}, {20, 20}}));
 }
 
+TYPED_TEST(MatchedPoints, OneListForBothOutputsTakesThemInTurn) {
+  const Points first = {{1, 1}, {2, 2}};
+  const Points second = {{10, 10}, {20, 20}};
+  Points both;
+  this->engine.RoughMatchPoint(first, second, {{1, 0}, {0, 1}}, both, both);
+  EXPECT_TRUE(SamePoints(both, {{1, 1}, {20, 20}, {2, 2}, {10, 10}}));
+}
+
 TYPED_TEST(MatchedPoints, NoPairsLeaveTheListsAlone) {
   Points m1 = {{1, 2}};
   Points m2 = {{3, 4}};
