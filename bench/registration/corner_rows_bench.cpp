@@ -21,19 +21,21 @@ const bool g_products =
       jqbench::SetWork(state, cols, 15.0 * cols);
     });
 
+// Two rows at once.
 const bool g_down =
     jqbench::RegisterRow("registration/smooth_down", [](benchmark::State& state, int cols) {
+      constexpr size_t kRows = jqstitching::kTaps + 1;
       std::vector<PaddedRow<float>> rows;
-      const float* starts[jqstitching::kTaps];
-      for (unsigned k = 0; k < jqstitching::kTaps; ++k) rows.emplace_back(cols, k);
-      for (size_t k = 0; k < jqstitching::kTaps; ++k) starts[k] = rows[k].data();
-      PaddedRow<float> out(cols, 9);
+      const float* starts[kRows];
+      for (unsigned k = 0; k < kRows; ++k) rows.emplace_back(cols, k);
+      for (size_t k = 0; k < kRows; ++k) starts[k] = rows[k].data();
+      PaddedRow<float> upper(cols, 10), lower(cols, 11);
       const bool fused = jqstitching::cpu::HasFused();
       for (auto _ : state) {
-        jqstitching::SmoothDown(starts, kWeights, 0, cols, fused, out.data());
+        jqstitching::SmoothDown(starts, kWeights, 0, cols, fused, upper.data(), lower.data());
         benchmark::ClobberMemory();
       }
-      jqbench::SetWork(state, cols, 40.0 * cols);
+      jqbench::SetWork(state, 2.0 * cols, 48.0 * cols);
     });
 
 const bool g_across =
