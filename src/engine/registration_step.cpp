@@ -1,5 +1,7 @@
 #include "engine/registration_step.h"
 
+#include "engine/offset_step.h"
+
 namespace jqstitching {
 
 bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second) {
@@ -7,10 +9,24 @@ bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second) {
          !second.empty();
 }
 
+namespace {
+
+CornerSettings Settings(const JQStitchingAlgorithm& engine) {
+  return {engine.m_nDetectLevel, engine.m_nCornerBudget};
+}
+
+}  // namespace
+
+void PrepareReference(JQStitchingAlgorithm& engine, const cv::Mat& reference, std::uint64_t id) {
+  if (!CanRegisterShared(reference, reference)) return;
+  Workspace& workspace = EngineAccess::workspace(engine);
+  workspace.reference.update(reference, id, Settings(engine), workspace.corners);
+}
+
 void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
                     std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
                     int& supportCount) {
-  const CornerSettings settings{engine.m_nDetectLevel, engine.m_nCornerBudget};
+  const CornerSettings settings = Settings(engine);
   engine.m_nDownScale = settings.halved() ? 2 : 1;
   workspace.reference.update(first, firstId, settings, workspace.corners);
   const Features features = FindFeatures(current, settings, workspace.corners);

@@ -17,6 +17,9 @@ void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv
                     std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
                     int& supportCount);
 
+/// Finds and remembers the features of the reference with this number.
+void PrepareReference(JQStitchingAlgorithm& engine, const cv::Mat& reference, std::uint64_t id);
+
 }  // namespace jqstitching
 
 #endif  // JQ_ENGINE_REGISTRATION_STEP_H

@@ -23,7 +23,8 @@ Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings
 bool ReferenceFeatures::isCurrent(const cv::Mat& picture, std::uint64_t id,
                                   const CornerSettings& settings) {
   if (!m_valid || !(m_settings == settings) || m_optimized != cv::useOptimized()) return false;
-  if (id != 0 && id == m_id) return true;
+  // At levels above 1 the size of a reference follows the new frame's.
+  if (id != 0 && id == m_id && picture.size() == m_grey.size()) return true;
   return IsGreyOf(picture, m_grey, m_row);
 }
 

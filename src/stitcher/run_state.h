@@ -42,6 +42,9 @@ struct JQImageStitching::RunState {
 
   static bool isAccepted(const JQImageStitching& stitcher, const cv::Mat& newFrame);
   static void place(JQImageStitching& stitcher, cv::Mat& newFrame);
+  // Finds the new reference's features while its pixels are in cache, so that the
+  // next frame takes no longer than others.
+  static void prepareReference(JQImageStitching& stitcher);
 };
 
 #endif  // JQ_STITCHER_RUN_STATE_H

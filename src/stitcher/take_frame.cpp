@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "engine/offset_step.h"
+#include "engine/registration_step.h"
 #include "stitcher/run_state.h"
 
 namespace {
@@ -36,7 +37,10 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
     if (startsMosaic) run.placedBounds = cv::Rect(stitcher.m_mosaicMin, stitcher.m_mosaicMax);
     const bool judged = flags.overlapFlag == 1;
     accepted = judged && isAccepted(stitcher, newFrame);
-    if (accepted) place(stitcher, newFrame);
+    if (accepted) {
+      place(stitcher, newFrame);
+      prepareReference(stitcher);
+    }
     if (startsMosaic) stitcher.m_nFrameCount = 1;
     return judged;
   } catch (...) {
@@ -77,4 +81,14 @@ void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newF
   // reference is the fused block, so its size is the placed frame's.
   run.placedBounds =
       (run.placedBounds + (position - expected)) | cv::Rect(position, stitcher.m_refFrame.size());
+}
+
+void JQImageStitching::RunState::prepareReference(JQImageStitching& stitcher) {
+  try {
+    jqstitching::PrepareReference(*stitcher.m_pAlgorithm, stitcher.m_refFrame,
+                                  stitcher.m_pRun->referenceId);
+  } catch (...) {
+    // The frame is placed. The next call looks for the features again, and tells
+    // the host if it still cannot have the memory.
+  }
 }
