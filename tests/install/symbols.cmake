@@ -22,6 +22,10 @@ foreach(line IN LISTS lines)
   if(kind MATCHES "[WVu]" AND symbol MATCHES "(^|[ *&])std::|^(vtable|typeinfo|typeinfo name) for std::")
     continue()
   endif()
+  # The sanitizers keep type information of classes that they check.
+  if(SANITIZERS AND kind STREQUAL "V" AND symbol MATCHES "^typeinfo (name )?for Q")
+    continue()
+  endif()
   # The linker's own marks, and the sanitizers'.
   if(symbol MATCHES "^(__bss_start|_edata|_end|_init|_fini)$")
     continue()
