@@ -77,7 +77,7 @@ void operator delete[](void* p, std::size_t, std::align_val_t) noexcept {
 
 // The image library takes a matrix's pixels first and its header after them; where
 // the header is refused, it loses the pixels. That is no leak of ours.
-extern "C" const char* __lsan_default_suppressions();
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:cv::fastMalloc\n";
 }
