@@ -136,28 +136,33 @@ TEST(LiveRunThreads, ResultsDoNotDependOnTheImageLibrarysThreads) {
   std::printf("seed %llu\n", static_cast<unsigned long long>(seed));
   SCOPED_TRACE("repeat with JQ_TEST_SEED=" + std::to_string(seed));
   const int usual = cv::getNumThreads();
+  constexpr int kRuns = 5;
   for (const int level : {1, 2}) {
-    std::vector<cv::Mat> frames;
-    {
-      RandomSource random(seed);
-      Stage stage(random, 0, level);
-      frames.push_back(stage.First());
-      for (int k = 0; k < 8; ++k) {
-        frames.push_back(stage.Next());
-        stage.Placed(true);
+    int placed = 0;
+    for (int run = 0; run < kRuns; ++run) {
+      std::vector<cv::Mat> frames;
+      {
+        RandomSource random(seed + static_cast<std::uint64_t>(run));
+        Stage stage(random, 0, level);
+        frames.push_back(stage.First());
+        for (int k = 0; k < 8; ++k) {
+          frames.push_back(stage.Next());
+          stage.Placed(true);
+        }
       }
+      JQImageStitching one;
+      JQImageStitching two;
+      for (const cv::Mat& frame : frames) {
+        HostRecord record(frame);
+        cv::setNumThreads(1);
+        const Outcome outcome = Ending([&] { one.Stitching(record.get(), 0, level, 8); });
+        cv::setNumThreads(2);
+        EXPECT_EQ(Ending([&] { two.Stitching(record.get(), 0, level, 8); }), outcome);
+        ExpectSame(ViewOf(two), ViewOf(one));
+      }
+      placed += one.GetFrameCount() - 1;
     }
-    JQImageStitching one;
-    JQImageStitching two;
-    for (const cv::Mat& frame : frames) {
-      HostRecord record(frame);
-      cv::setNumThreads(1);
-      const Outcome outcome = Ending([&] { one.Stitching(record.get(), 0, level, 8); });
-      cv::setNumThreads(2);
-      EXPECT_EQ(Ending([&] { two.Stitching(record.get(), 0, level, 8); }), outcome);
-      ExpectSame(ViewOf(two), ViewOf(one));
-    }
-    EXPECT_GT(one.GetFrameCount(), 1);
+    EXPECT_GT(placed, 0) << "nothing but refusals at level " << level;
   }
   cv::setNumThreads(usual);
 }
