@@ -4,6 +4,7 @@
 
 #include "overlap/blur_rows.h"
 #include "picture/filter_rounding.h"
+#include "picture/reflect.h"
 
 namespace jqstitching {
 namespace {
@@ -14,13 +15,6 @@ using Visit = std::function<void(const unsigned char*, const unsigned char*)>;
 
 cv::Mat BlurKernel() {
   return cv::getGaussianKernel(kBlurTaps, 1.0, CV_64F);
-}
-
-// Reflection without repeating the edge; a single sample reflects onto itself.
-int Reflect(int i, int size) {
-  if (size == 1) return 0;
-  while (i < 0 || i >= size) i = i < 0 ? -i : 2 * size - 2 - i;
-  return i;
 }
 
 void ByLibrary(const cv::Mat& first, const cv::Mat& second, BlurScratch& scratch,

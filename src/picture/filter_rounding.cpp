@@ -6,18 +6,13 @@
 #include <opencv2/imgproc.hpp>
 
 #include "cpu/fused.h"
+#include "picture/reflect.h"
 
 namespace jqstitching {
 namespace {
 
 float AddTap(float sum, float tap, float sample, bool fused) {
   return fused ? std::fma(tap, sample, sum) : sum + tap * sample;
-}
-
-int Reflect(int i, int size) {
-  if (size == 1) return 0;
-  while (i < 0 || i >= size) i = i < 0 ? -i : 2 * size - 2 - i;
-  return i;
 }
 
 // One column pass, sample by sample.
