@@ -1,7 +1,7 @@
-#include "blend/chamfer_row.h"
-#include "blend/content_row.h"
-#include "blend/fuse_row.h"
-#include "blend/weight_row.h"
+#include "blend/kernels/chamfer_row.h"
+#include "blend/kernels/content_row.h"
+#include "blend/kernels/fuse_row.h"
+#include "blend/kernels/weight_row.h"
 #include "support/row_bench.h"
 
 namespace {

@@ -1,5 +1,5 @@
 #include "cpu/fused.h"
-#include "overlap/blur_rows.h"
+#include "overlap/kernels/blur_rows.h"
 #include "support/row_bench.h"
 
 namespace {

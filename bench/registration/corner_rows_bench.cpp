@@ -1,5 +1,5 @@
 #include "cpu/fused.h"
-#include "registration/corner_rows.h"
+#include "registration/kernels/corner_rows.h"
 #include "support/row_bench.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
-#include "blend/fusion.h"
+#include "blend/kernels/fusion.h"
 #include "engine/detect_level.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"

@@ -1,4 +1,4 @@
-#include "blend/fusion.h"
+#include "blend/kernels/fusion.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 

@@ -1,6 +1,6 @@
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
-#include "registration/zero_samples.h"
+#include "registration/kernels/zero_samples.h"
 
 namespace jqstitching {
 

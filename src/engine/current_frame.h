@@ -4,7 +4,7 @@
 #include <opencv2/core.hpp>
 
 #include "picture/grey.h"
-#include "registration/zero_samples.h"
+#include "registration/kernels/zero_samples.h"
 
 namespace jqstitching {
 

@@ -1,12 +1,12 @@
 #ifndef JQ_ENGINE_WORKSPACE_H
 #define JQ_ENGINE_WORKSPACE_H
 
-#include "blend/fusion_scratch.h"
+#include "blend/kernels/fusion_scratch.h"
 #include "engine/current_frame.h"
-#include "overlap/overlap_quality.h"
+#include "overlap/kernels/overlap_quality.h"
 #include "picture/scratch.h"
-#include "registration/corners.h"
-#include "registration/features.h"
+#include "registration/kernels/corners.h"
+#include "registration/kernels/features.h"
 
 namespace jqstitching {
 

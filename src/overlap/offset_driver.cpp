@@ -2,13 +2,13 @@
 #include <opencv2/imgproc.hpp>
 
 #include "engine/detect_level.h"
-#include "engine/offset_step.h"
-#include "engine/registration_step.h"
 #include "jqstitchingalgorithm.h"
-#include "overlap/motion.h"
-#include "overlap/overlap_extraction.h"
-#include "overlap/overlap_flag.h"
-#include "registration/zero_samples.h"
+#include "overlap/kernels/motion.h"
+#include "overlap/kernels/overlap_extraction.h"
+#include "overlap/kernels/overlap_flag.h"
+#include "overlap/offset_step.h"
+#include "registration/kernels/zero_samples.h"
+#include "registration/registration_step.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <opencv2/imgproc.hpp>
 
-#include "engine/registration_step.h"
 #include "jqstitchingalgorithm.h"
 #include "picture/grey.h"
+#include "registration/registration_step.h"
 
 int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
                                          int& supportCount) {

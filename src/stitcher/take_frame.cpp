@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "engine/offset_step.h"
-#include "engine/registration_step.h"
+#include "engine/engine_access.h"
+#include "overlap/offset_step.h"
+#include "registration/registration_step.h"
 #include "stitcher/run_state.h"
 
 namespace {

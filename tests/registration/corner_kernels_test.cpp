@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "registration/corner_pictures.h"
-#include "registration/corners.h"
+#include "registration/kernels/corners.h"
 #include "support/guarded_matrix.h"
 #include "support/property_test.h"
 

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "black_patterns.h"
-#include "blend/distance_map.h"
-#include "blend/row_layout.h"
+#include "blend/kernels/distance_map.h"
+#include "blend/kernels/row_layout.h"
 #include "plain_chamfer.h"
 #include "support/compare.h"
 #include "support/property_test.h"

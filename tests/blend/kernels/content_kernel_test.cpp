@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "black_patterns.h"
-#include "blend/content_row.h"
-#include "blend/row_layout.h"
+#include "blend/kernels/content_row.h"
+#include "blend/kernels/row_layout.h"
 #include "support/compare.h"
 #include "support/guarded_matrix.h"
 #include "support/property_test.h"

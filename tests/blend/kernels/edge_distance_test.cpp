@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "blend/edge_distance.h"
+#include "blend/kernels/edge_distance.h"
 #include "plain_chamfer.h"
 #include "support/compare.h"
 #include "support/random_source.h"

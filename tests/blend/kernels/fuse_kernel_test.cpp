@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "blend/fuse_row.h"
+#include "blend/kernels/fuse_row.h"
 #include "support/property_test.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "black_patterns.h"
-#include "blend/fusion.h"
+#include "blend/kernels/fusion.h"
 #include "reference/algorithm.h"
 #include "support/compare.h"
 #include "support/guarded_matrix.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "blend/row_layout.h"
-#include "blend/weight_row.h"
+#include "blend/kernels/row_layout.h"
+#include "blend/kernels/weight_row.h"
 #include "support/compare.h"
 #include "support/property_test.h"
 

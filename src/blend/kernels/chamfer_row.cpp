@@ -1,0 +1,235 @@
+#include "blend/kernels/chamfer_row.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "blend/kernels/chamfer_steps.h"
+#include "blend/kernels/row_layout.h"
+
+// clang-format off: the included file is this one, once per level
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "blend/kernels/chamfer_row.cpp"
+#include <hwy/foreach_target.h>
+// clang-format on
+#include <hwy/highway.h>
+// Above: once per level. Below: once.
+#include "cpu/dispatch.h"
+
+// Along a row each distance waits for its neighbour. Rounded addition of a constant
+// is monotone, so it may be exchanged with the minimum, and the chain
+//     d[c] = min(a[c], d[c-1] + s)
+// has one solution, which a guess equals exactly when it satisfies every link. The
+// guess replaces d[c-1] by the row above at the same column: right wherever the
+// distance is measured from above, or from a vertical edge, or has met its cap,
+// which is nearly everywhere. A guess that fails gives way to one that costs more and
+// holds for any content; that one is put through the links until it stays, which
+// settles at least one more lane each round.
+
+HWY_BEFORE_NAMESPACE();
+namespace jqstitching {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+void FillPads(float* d, int cols) {
+  d[-1] = kDistanceCap;
+  const size_t end = PaddedCols(cols) + 1;
+  for (size_t c = cols; c < end; ++c) d[c] = kDistanceCap;
+}
+
+// The terms of column c that come from a finished row, and the value so far.
+float FromNeighbourRow(float value, const float* row, int c) {
+  value = std::min(value, row[c] + kStraightStep);
+  value = std::min(value, row[c - 1] + kDiagonalStep);
+  return std::min(value, row[c + 1] + kDiagonalStep);
+}
+
+void InitialRow(const std::uint8_t* content, float* d, int cols) {
+  for (int c = 0; c < cols; ++c) d[c] = content[c] != 0 ? kDistanceCap : 0.0f;
+  FillPads(d, cols);
+}
+
+#if HWY_TARGET != HWY_SCALAR
+
+using D = hn::ScalableTag<float>;
+using V = hn::Vec<D>;
+using Indices = decltype(hn::SetTableIndices(D(), static_cast<const int32_t*>(nullptr)));
+
+constexpr int32_t kLanes = static_cast<int32_t>(hn::MaxLanes(D()));
+
+// Moves lanes right (forward) or left (backward) across the whole vector.
+template <bool kForward>
+struct Shifter {
+  Shifter() {
+    for (int k = 0, step = 1; step < kLanes; ++k, step *= 2) {
+      move[k] = Table([step](int32_t i) { return kForward ? i - step : i + step; });
+      isFree[k] = hn::FirstN(D(), kForward ? step : kLanes - step);
+      if (!kForward) isFree[k] = hn::Not(isFree[k]);
+    }
+    edge = Table([](int32_t) { return kForward ? kLanes - 1 : 0; });
+    HWY_ALIGN float steps[kLanes];
+    for (int32_t i = 0; i < kLanes; ++i) steps[i] = kForward ? i + 1.0f : 1.0f * (kLanes - i);
+    stepsFromEdge = hn::Load(D(), steps);
+  }
+  template <class Source>
+  static Indices Table(Source source) {
+    HWY_ALIGN int32_t index[kLanes];
+    for (int32_t i = 0; i < kLanes; ++i) index[i] = std::min(std::max(source(i), 0), kLanes - 1);
+    return hn::SetTableIndices(D(), index);
+  }
+  // By 2^k lanes; the lanes that become free take `fill`'s.
+  V operator()(int k, V v, V fill) const {
+    return hn::IfThenElse(isFree[k], fill, hn::TableLookupLanes(v, move[k]));
+  }
+
+  Indices move[4], edge;
+  hn::Mask<D> isFree[4];
+  V stepsFromEdge;
+};
+
+// A guess for any content: the chain within the vector by doubling, every step a
+// sum of its own, and the way from `nearest`, the distance at the edge. The latter
+// takes one product for many equal steps, which is right unless the spacing of
+// floats changes on the way.
+template <bool kForward>
+V CarefulGuess(const Shifter<kForward>& shift, V a, V nearest) {
+  const D d;
+  const V step = hn::Set(d, kStraightStep);
+  const V cap = hn::Set(d, kDistanceCap);
+  V within = a;
+  for (int k = 0, steps = 1; steps < kLanes; ++k, steps *= 2) {
+    V moved = shift(k, within, cap);
+    for (int n = 0; n < steps; ++n) moved = hn::Add(moved, step);
+    within = hn::Min(within, moved);
+  }
+  const V roundedStep = hn::Sub(hn::Add(nearest, step), nearest);
+  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, shift.stepsFromEdge)));
+}
+
+// The chain of one vector: `a` the terms that do not wait, `guess` the first
+// trial, `before` the finished vector that the chain comes from.
+template <bool kForward>
+V SolveChain(const Shifter<kForward>& shift, V a, V guess, V before) {
+  const D d;
+  const V step = hn::Set(d, kStraightStep);
+  const V nearest = hn::TableLookupLanes(before, shift.edge);
+  V next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+  if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(next, guess)))) return guess;
+  next = CarefulGuess(shift, a, nearest);
+  do {
+    guess = next;
+    next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+  } while (!hn::AllTrue(d, hn::Eq(next, guess)));
+  return guess;
+}
+
+// min(value, row[c-1] + g, row[c] + s, row[c+1] + g) for the columns from c on.
+V FromNeighbourRow(V value, V left, V middle, V right) {
+  const D d;
+  const V step = hn::Set(d, kStraightStep);
+  const V diagonal = hn::Set(d, kDiagonalStep);
+  value = hn::Min(value, hn::Add(middle, step));
+  // The smaller of two sums with one constant is the sum with the smaller.
+  return hn::Min(value, hn::Add(hn::Min(left, right), diagonal));
+}
+
+void ForwardChains(const float* up, const std::uint8_t* content, float* out, int cols) {
+  const D d;
+  const hn::RebindToSigned<D> di;
+  const hn::Rebind<std::uint8_t, D> db;
+  static_assert(kLanes <= static_cast<int32_t>(kRowPad), "pads are too narrow");
+  const V cap = hn::Set(d, kDistanceCap);
+  const V step = hn::Set(d, kStraightStep);
+  const Shifter<true> shift;
+  V before = cap;
+  for (int c = 0; c < cols; c += kLanes) {
+    const auto samples = hn::PromoteTo(di, hn::LoadU(db, content + c));
+    const V init = hn::IfThenElseZero(hn::RebindMask(d, hn::Ne(samples, hn::Zero(di))), cap);
+    const V left = hn::LoadU(d, up + c - 1);
+    const V a = FromNeighbourRow(init, left, hn::LoadU(d, up + c), hn::LoadU(d, up + c + 1));
+    before = SolveChain(shift, a, hn::Min(a, hn::Add(left, step)), before);
+    hn::StoreU(before, d, out + c);
+  }
+}
+
+void BackwardChains(const float* fore, const float* down, float* out, int cols) {
+  const D d;
+  const V step = hn::Set(d, kStraightStep);
+  const Shifter<false> shift;
+  V before = hn::Set(d, kDistanceCap);
+  // The pads take part: they hold the cap on entry, and what they get here is a
+  // longer way than the one that the last column already has.
+  for (int c = (cols - 1) / kLanes * kLanes; c >= 0; c -= kLanes) {
+    const V right = hn::LoadU(d, down + c + 1);
+    const V a = FromNeighbourRow(hn::LoadU(d, fore + c), hn::LoadU(d, down + c - 1),
+                                 hn::LoadU(d, down + c), right);
+    before = SolveChain(shift, a, hn::Min(a, hn::Add(right, step)), before);
+    hn::StoreU(before, d, out + c);
+  }
+}
+
+#else
+
+void ForwardChains(const float* up, const std::uint8_t* content, float* out, int cols) {
+  float before = kDistanceCap;
+  for (int c = 0; c < cols; ++c) {
+    const float a = FromNeighbourRow(content[c] != 0 ? kDistanceCap : 0.0f, up, c);
+    before = std::min(a, before + kStraightStep);
+    out[c] = before;
+  }
+}
+
+void BackwardChains(const float* fore, const float* down, float* out, int cols) {
+  float before = kDistanceCap;
+  for (int c = cols - 1; c >= 0; --c) {
+    before = std::min(FromNeighbourRow(fore[c], down, c), before + kStraightStep);
+    out[c] = before;
+  }
+}
+
+#endif  // HWY_TARGET != HWY_SCALAR
+
+void ForwardRow(const float* up, const std::uint8_t* content, float* d, int cols) {
+  ForwardChains(up, content, d, cols);
+  // The last column stands outside the chain.
+  const int last = cols - 1;
+  float value = FromNeighbourRow(content[last] != 0 ? kDistanceCap : 0.0f, up, last);
+  if (cols == 2) {
+    value = std::min(value, d[0] + kDiagonalStep);
+  } else if (cols > 2 && content[last - 1] == 0) {
+    value = std::min(value, 0.0f + kDiagonalStep);
+  }
+  d[last] = value;
+  FillPads(d, cols);
+}
+
+void BackwardRow(const float* before, const float* down, float* d, int cols) {
+  BackwardChains(before, down, d, cols);
+  d[0] = FromNeighbourRow(before[0], down, 0);
+  FillPads(d, cols);
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace jqstitching
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace jqstitching {
+
+HWY_EXPORT(InitialRow);
+HWY_EXPORT(ForwardRow);
+HWY_EXPORT(BackwardRow);
+
+void InitialDistanceRow(const std::uint8_t* content, float* d, int cols) {
+  JQ_DISPATCH(InitialRow)(content, d, cols);
+}
+
+void ForwardDistanceRow(const float* up, const std::uint8_t* content, float* d, int cols) {
+  JQ_DISPATCH(ForwardRow)(up, content, d, cols);
+}
+
+void BackwardDistanceRow(const float* before, const float* down, float* d, int cols) {
+  JQ_DISPATCH(BackwardRow)(before, down, d, cols);
+}
+
+}  // namespace jqstitching
+#endif  // HWY_ONCE

@@ -1,0 +1,25 @@
+#include "overlap/kernels/motion.h"
+
+#include "overlap/kernels/blur_rows.h"
+
+namespace jqstitching {
+
+void CheckMotionFrames(const cv::Mat& first, const cv::Mat& second) {
+  if (!first.empty() && first.size() == second.size()) return;
+  CV_Error(cv::Error::StsUnmatchedSizes,
+           cv::format("the motion measure needs two frames of one size, not %d x %d and %d x %d",
+                      first.cols, first.rows, second.cols, second.rows));
+}
+
+int MotionDifference(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch) {
+  std::vector<unsigned char>& terms = scratch.terms[0];
+  terms.resize(static_cast<size_t>(second.cols) + kBlurPadding);
+  std::uint64_t sum = 0;
+  ForEachBlurredRow(first, second, scratch.blur,
+                    [&](const unsigned char* a, const unsigned char* b) {
+                      sum += DifferenceRow(a, b, second.cols, terms.data());
+                    });
+  return static_cast<int>(sum / second.total());
+}
+
+}  // namespace jqstitching

@@ -1,0 +1,7 @@
+#include "jqstitchingalgorithm.h"
+#include "registration/kernels/descriptor.h"
+
+void JQStitchingAlgorithm::NoRotaFeatureDescriber(cv::Mat image, std::vector<cv::Point> corners,
+                                                  cv::Mat& descriptors) {
+  descriptors = jqstitching::DescribeCorners(image, corners);
+}

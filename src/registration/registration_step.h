@@ -1,0 +1,25 @@
+#ifndef JQ_REGISTRATION_REGISTRATION_STEP_H
+#define JQ_REGISTRATION_REGISTRATION_STEP_H
+
+#include "engine/workspace.h"
+#include "jqstitchingalgorithm.h"
+
+namespace jqstitching {
+
+/// Whether two pictures are of the one kind that the shared path takes: 8-bit
+/// with 1 or 3 channels, both alike.
+bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second);
+
+/// `ImageMosaicFun` with the second picture's grey pictures already made
+/// (`current.half` is needed below level 3) and the first one's features
+/// remembered; for `firstId` see `ReferenceFeatures::update`.
+void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
+                    std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
+                    int& supportCount);
+
+/// Finds and remembers the features of the reference with this number.
+void PrepareReference(JQStitchingAlgorithm& engine, const cv::Mat& reference, std::uint64_t id);
+
+}  // namespace jqstitching
+
+#endif  // JQ_REGISTRATION_REGISTRATION_STEP_H
