@@ -1,36 +1,20 @@
 #include <QByteArray>
-#include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <opencv2/imgcodecs.hpp>
 #include <string>
 #include <system_error>
 
-#include "image_header.h"
 #include "jqimageconvert.h"
 
 namespace {
 
-cv::Size sizeFromHeader(const std::string& path) {
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
-  if (!file) return {};
-  const int first = std::fgetc(file.get());
-  std::rewind(file.get());
-  if (first == 0x89) return jqheader::pngSize(file.get());
-  if (first == 0xFF) return jqheader::jpegSize(file.get());
-  return {};
-}
-
-// The size that cv::imread(path, 1) gives, 0 x 0 when it gives none.
+// The size that cv::imread(path, 1) gives, 0 x 0 when it gives none. Only a decode
+// can tell: a file may be whole, with right checksums, and still hold nothing that
+// the image library reads, and a header's sides may be swapped by an orientation tag.
 cv::Size imageSize(const std::string& path) {
   // A pipe or a device can be read only once, and the run has to read it again.
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) return {};
-  const cv::Size size = sizeFromHeader(path);
-  if (size != cv::Size()) return size;
   try {
     return cv::imread(path, cv::IMREAD_COLOR).size();
   } catch (const cv::Exception&) {

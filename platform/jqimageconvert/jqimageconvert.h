@@ -7,8 +7,10 @@
 
 #include "jqglobalclass.h"
 
-#if defined(_WIN32)
-#define JQ_IMAGE_CONVERT_EXPORT
+#if defined(_WIN32) && defined(JQ_IMAGE_CONVERT_BUILD)
+#define JQ_IMAGE_CONVERT_EXPORT __declspec(dllexport)
+#elif defined(_WIN32)
+#define JQ_IMAGE_CONVERT_EXPORT __declspec(dllimport)
 #else
 #define JQ_IMAGE_CONVERT_EXPORT __attribute__((visibility("default")))
 #endif
@@ -24,8 +26,11 @@
 JQ_IMAGE_CONVERT_EXPORT void ConvertJQImgToCv8UC3(_tagJQIMG* img, cv::Mat& out);
 
 /// Whether all files hold images of one width and height, as
-/// `cv::imread(path, 1)` would give them. False for an empty list and when a file
-/// cannot be read. Paths are converted with `QString::toLocal8Bit`.
+/// `cv::imread(path, 1)` gives them. Every file is decoded, one after another, up to
+/// the first that does not fit. False for an empty list and when a file gives no
+/// picture; a pipe or a device is not opened and counts as one that gives none.
+/// Paths are converted with `QString::toLocal8Bit`. What the image library and its
+/// codecs have to say about a file goes to standard error.
 JQ_IMAGE_CONVERT_EXPORT bool IsImageSizeMatched(const QList<QString>& files);
 
 #endif  // JQIMAGECONVERT_H

@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <opencv2/imgcodecs.hpp>
-
-#include "jqimageconvert.h"
-#include "support/outcome.h"
+#include "judged_file.h"
 #include "support/pictures.h"
 #include "support/random_source.h"
 
 namespace {
 
-using Bytes = std::vector<uchar>;
+using Bytes = FileBytes;
+using ImageSize = JudgedFile;
 
 cv::Mat Picture(int width, int height, int type = CV_8UC3) {
   RandomSource random(4);
@@ -24,38 +20,6 @@ Bytes Encoded(const char* extension, const cv::Mat& picture, const std::vector<i
   cv::imencode(extension, picture, bytes, options);
   return bytes;
 }
-
-// The answer for a file is asked beside files of a known size.
-class ImageSize : public ::testing::Test {
- protected:
-  QString Write(const QString& name, const Bytes& bytes) {
-    QFile file(m_folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
-    return file.fileName();
-  }
-  QString Known(int width, int height) {
-    const QString name = QString("known %1 x %2.bmp").arg(width).arg(height);
-    return Write(name, Encoded(".bmp", cv::Mat(height, width, CV_8UC3, cv::Scalar::all(1))));
-  }
-  bool Matches(const QString& path, int width, int height) {
-    return IsImageSizeMatched({Known(width, height), path}) &&
-           IsImageSizeMatched({path, Known(width, height)});
-  }
-  // Whether the file counts as what a full decode gives, whatever that is.
-  void ExpectAsDecoded(const Bytes& bytes) {
-    const QString path = Write("judged", bytes);
-    cv::Mat decoded;
-    Ending([&] { decoded = cv::imread(path.toStdString(), 1); });
-    if (decoded.empty()) {
-      EXPECT_FALSE(IsImageSizeMatched({path}));
-    } else {
-      EXPECT_TRUE(Matches(path, decoded.cols, decoded.rows)) << decoded.size();
-    }
-  }
-
-  QTemporaryDir m_folder;
-};
 
 Bytes WithInserted(Bytes bytes, std::size_t at, const Bytes& more) {
   bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), more.begin(), more.end());
