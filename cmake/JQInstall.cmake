@@ -69,6 +69,7 @@ set_target_properties(JQImageStitching PROPERTIES INSTALL_RPATH "$ORIGIN")
 jq_install_pkgconfig(jqimagestitching JQImageStitching "${PROJECT_DESCRIPTION}"
   "${_siblings_pc}")
 install(FILES
+  ${PROJECT_SOURCE_DIR}/include/jqframeverdict.h
   ${PROJECT_SOURCE_DIR}/include/jqimagestitching.h
   ${PROJECT_SOURCE_DIR}/include/jqstitchingalgorithm.h
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

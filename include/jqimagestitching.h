@@ -5,8 +5,10 @@
 #include <QObject>
 #include <QString>
 #include <cstdint>
+#include <memory>
 #include <opencv2/core.hpp>
 
+#include "jqframeverdict.h"
 #include "jqstitchingalgorithm.h"
 
 /// The host's raw image record, 1024 bytes, defined by the host's shared header
@@ -37,8 +39,9 @@ struct JQStitchingRect {
 ///
 /// Threads: one thread at a time; none are started, no locks are taken. The
 /// batch slot may run on another thread; the host then waits for
-/// `sglMultiImageProcessFinished`. The const accessors may also be called from a
-/// directly connected receiver of a batch signal.
+/// `sglMultiImageProcessFinished`, except for `RequestStop`, which any thread may
+/// call. The const accessors and `RequestStop` may also be called from a directly
+/// connected receiver of a batch signal.
 ///
 /// Errors: the return values named at each method; `cv::Exception` and
 /// `std::bad_alloc` pass through. A call of `Stitching` that throws leaves the
@@ -153,7 +156,8 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
 
   // --- additions: what became of a frame --------------------------------------
   /// Whether the newest frame, live or batch, is part of the mosaic. True for
-  /// the first frame of a run, which the mosaic starts with; false before a run.
+  /// the first frame of a run, which the mosaic starts with; false before a run and
+  /// after a frame whose call raised an exception.
   bool IsLastFrameAccepted() const;
   /// Number of the next frame pair: 0 at the start of a run, 1 after the second
   /// frame, one more for every accepted frame.
@@ -171,6 +175,17 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// The exact union of the frames placed in this run, mosaic pixels; empty
   /// before the mosaic exists.
   cv::Rect GetPlacedBounds() const;
+  /// What became of the newest frame, live or batch, and by which numbers. During a
+  /// batch run it changes with every file, before that file's progress signal. A null
+  /// `img` and a refused batch run leave it.
+  JQFrameVerdict GetLastVerdict() const;
+
+  // --- additions: ending a batch run ------------------------------------------
+  /// Ends a batch run after the file in hand: with its progress signal, and then the
+  /// finished signal with what has been stitched, an empty matrix if that is the first
+  /// file alone. Sets a flag that the start of every batch run clears; a live run does
+  /// not read it.
+  void RequestStop();
 
  signals:
   /// One progress line per file of a batch run.
@@ -189,7 +204,7 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   Q_DISABLE_COPY(JQImageStitching)
 
   struct RunState;
-  RunState* m_pRun;  // owned; additions to the run state above
+  std::unique_ptr<RunState> m_pRun;  // additions to the run state above
 };
 
 #endif  // JQIMAGESTITCHING_H

@@ -12,19 +12,16 @@ namespace jqstitching {
 /// the registration of one call.
 class CurrentFrame {
  public:
-  /// `frame` is an 8-bit picture of 1 or 3 channels.
-  const GreyAndHalf& make(const cv::Mat& frame) {
-    m_pictures = ToGreyAndHalf(frame, m_grey, m_half);
+  /// `frame` is an 8-bit picture of 1 or 3 channels. Without `halved` its half is
+  /// not made.
+  const GreyAndHalf& make(const cv::Mat& frame, bool halved) {
+    m_pictures =
+        halved ? ToGreyAndHalf(frame, m_grey, m_half) : GreyAndHalf{ToGrey(frame, m_grey), {}};
     return m_pictures;
   }
   /// Lifts the zero samples of a three-channel frame in the same pass.
   const GreyAndHalf& makeLifted(cv::Mat& frame) {
     m_pictures = LiftToGreyAndHalf(frame, m_grey, m_half);
-    return m_pictures;
-  }
-  /// The grey picture alone.
-  const GreyAndHalf& makeGrey(const cv::Mat& frame) {
-    m_pictures = {ToGrey(frame, m_grey), cv::Mat()};
     return m_pictures;
   }
 

@@ -12,7 +12,7 @@ int JQStitchingAlgorithm::ImageMotionModel(cv::Mat first, cv::Mat second) {
   if (first.type() == CV_8UC3 && second.type() == CV_8UC3) {
     Workspace& workspace = m_workspace.get();
     const cv::Mat grey = ToGrey(first, workspace.previous);
-    return MotionDifference(grey, workspace.current.makeGrey(second).grey, workspace.quality);
+    return MotionDifference(grey, workspace.current.make(second, false).grey, workspace.quality);
   }
   if (first.channels() > 1) cv::cvtColor(first, first, cv::COLOR_RGB2GRAY);
   if (second.channels() > 1) cv::cvtColor(second, second, cv::COLOR_RGB2GRAY);

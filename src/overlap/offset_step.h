@@ -3,6 +3,7 @@
 
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
+#include "overlap/frame_measures.h"
 
 namespace jqstitching {
 
@@ -15,10 +16,12 @@ struct KnownOfFrames {
   std::uint64_t referenceId = 0;
 };
 
-/// `JQStitchingAlgorithm::StitchingImage_offset` for a caller that knows more.
-void OffsetStep(JQStitchingAlgorithm& engine, Workspace& workspace, const KnownOfFrames& known,
-                int frameIndex, cv::Mat refImage, cv::Mat prevImage, cv::Mat curImage,
-                cv::Point& minPoint, cv::Point& maxPoint, cv::Mat& mosaicImage, stitchflags& flags);
+/// `JQStitchingAlgorithm::StitchingImage_offset` for a caller that knows more and
+/// wants to know more.
+FrameMeasures OffsetStep(JQStitchingAlgorithm& engine, Workspace& workspace,
+                         const KnownOfFrames& known, int frameIndex, cv::Mat refImage,
+                         cv::Mat prevImage, cv::Mat curImage, cv::Point& minPoint,
+                         cv::Point& maxPoint, cv::Mat& mosaicImage, stitchflags& flags);
 
 }  // namespace jqstitching
 

@@ -2,8 +2,7 @@
 
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
-#include "overlap/kernels/overlap_flag.h"
-#include "overlap/kernels/overlap_quality.h"
+#include "overlap/part_quality.h"
 #include "picture/grey.h"
 
 namespace {
@@ -39,6 +38,13 @@ HalvedPair HalvePair(const cv::Mat& first, const cv::Mat& second, QualityScratch
 
 }  // namespace
 
+jqstitching::OverlapFit jqstitching::TestParts(int offsetX, int offsetY,
+                                               const OverlapLimits& limits, const cv::Mat& first,
+                                               const cv::Mat& second, QualityScratch& scratch) {
+  const HalvedPair pair = HalvePair(first, second, scratch);
+  return TestOverlap(offsetX, offsetY, limits, pair.first, pair.second, scratch);
+}
+
 void JQStitchingAlgorithm::CalacOverLapImageBright(cv::Mat first, cv::Mat second, float& bright) {
   QualityScratch& scratch = m_workspace.get().quality;
   const HalvedPair pair = HalvePair(first, second, scratch);
@@ -54,8 +60,8 @@ void JQStitchingAlgorithm::CalacOverLapImageDefinition(cv::Mat first, cv::Mat se
 
 void JQStitchingAlgorithm::CalacOverLapImageFlages(int offsetX, int offsetY, int rows, int cols,
                                                    cv::Mat first, cv::Mat second, int& flag) {
-  QualityScratch& scratch = m_workspace.get().quality;
-  const HalvedPair pair = HalvePair(first, second, scratch);
   const jqstitching::OverlapLimits limits{rows, cols, m_fBrightThreshold, m_fDefinitionThreshold};
-  flag = jqstitching::IsFit(offsetX, offsetY, limits, pair.first, pair.second, scratch) ? 1 : 0;
+  const jqstitching::OverlapFit result =
+      jqstitching::TestParts(offsetX, offsetY, limits, first, second, m_workspace.get().quality);
+  flag = result.fit ? 1 : 0;
 }

@@ -10,8 +10,8 @@ void JQStitchingAlgorithm::FindHarrisCornerCoordianteFun(cv::Mat image,
                                                          std::vector<cv::Point>& corners) {
   using namespace jqstitching;
   Workspace& workspace = m_workspace.get();
-  m_nDownScale = m_nDetectLevel < 3 ? 2 : 1;
-  if (m_nDetectLevel <= 2) {
+  m_nDownScale = CornerScale(m_nDetectLevel);
+  if (m_nDownScale == 2) {
     if (image.type() == CV_8UC1) {
       image = Halve(image, workspace.half);
     } else {

@@ -4,17 +4,14 @@
 #include "picture/grey.h"
 #include "registration/registration_step.h"
 
-int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
-                                         int& supportCount) {
-  using namespace jqstitching;
+jqstitching::CornersFound jqstitching::Register(JQStitchingAlgorithm& engine, Workspace& workspace,
+                                                cv::Mat first, cv::Mat second, int& offsetX,
+                                                int& offsetY, int& supportCount) {
   if (CanRegisterShared(first, second)) {
-    Workspace& workspace = m_workspace.get();
-    const bool halved = m_nDetectLevel < 3;
-    m_nDownScale = halved ? 2 : 1;  // also where a picture turns out too small to halve
-    const GreyAndHalf& current =
-        halved ? workspace.current.make(second) : workspace.current.makeGrey(second);
-    RegisterShared(*this, workspace, first, 0, current, offsetX, offsetY, supportCount);
-    return 0;
+    // Also where a picture turns out too small to halve.
+    engine.m_nDownScale = CornerScale(engine.m_nDetectLevel);
+    const GreyAndHalf& current = workspace.current.make(second, engine.m_nDownScale == 2);
+    return RegisterShared(engine, workspace, first, 0, current, offsetX, offsetY, supportCount);
   }
 
   // Pictures of other kinds go through the steps one by one. The first image
@@ -24,20 +21,27 @@ int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& off
     cv::cvtColor(second, second, cv::COLOR_RGB2GRAY);
   }
   std::vector<cv::Point> cornersFirst, cornersSecond;
-  FindHarrisCornerCoordianteFun(first, cornersFirst);
-  FindHarrisCornerCoordianteFun(second, cornersSecond);
-  if (cornersFirst.empty() || cornersSecond.empty()) return 0;
+  engine.FindHarrisCornerCoordianteFun(first, cornersFirst);
+  engine.FindHarrisCornerCoordianteFun(second, cornersSecond);
+  const CornersFound found{!cornersFirst.empty(), !cornersSecond.empty()};
+  if (!found.first || !found.second) return found;
 
   cv::Mat descriptorsFirst, descriptorsSecond;
-  NoRotaFeatureDescriber(first, cornersFirst, descriptorsFirst);
-  NoRotaFeatureDescriber(second, cornersSecond, descriptorsSecond);
+  engine.NoRotaFeatureDescriber(first, cornersFirst, descriptorsFirst);
+  engine.NoRotaFeatureDescriber(second, cornersSecond, descriptorsSecond);
   std::vector<cv::Point> pairs, matchedFirst, matchedSecond, inliersFirst, inliersSecond;
-  CalacDistanceIndexFun(descriptorsFirst, descriptorsSecond, pairs);
-  RoughMatchPoint(cornersFirst, cornersSecond, pairs, matchedFirst, matchedSecond);
+  engine.CalacDistanceIndexFun(descriptorsFirst, descriptorsSecond, pairs);
+  engine.RoughMatchPoint(cornersFirst, cornersSecond, pairs, matchedFirst, matchedSecond);
   float tx = 0, ty = 0;
-  RansacMatchPointArrayFun(matchedFirst, matchedSecond, inliersFirst, inliersSecond, tx, ty);
+  engine.RansacMatchPointArrayFun(matchedFirst, matchedSecond, inliersFirst, inliersSecond, tx, ty);
   supportCount = static_cast<int>(inliersFirst.size());
   offsetX = static_cast<int>(tx);
   offsetY = static_cast<int>(ty);
+  return found;
+}
+
+int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
+                                         int& supportCount) {
+  jqstitching::Register(*this, m_workspace.get(), first, second, offsetX, offsetY, supportCount);
   return 0;
 }

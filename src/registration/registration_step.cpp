@@ -23,18 +23,21 @@ void PrepareReference(JQStitchingAlgorithm& engine, const cv::Mat& reference, st
   workspace.reference.update(reference, id, Settings(engine), workspace.corners);
 }
 
-void RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace, const cv::Mat& first,
-                    std::uint64_t firstId, const GreyAndHalf& current, int& offsetX, int& offsetY,
-                    int& supportCount) {
+CornersFound RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace,
+                            const cv::Mat& first, std::uint64_t firstId, const GreyAndHalf& current,
+                            int& offsetX, int& offsetY, int& supportCount) {
   const CornerSettings settings = Settings(engine);
-  engine.m_nDownScale = settings.halved() ? 2 : 1;
+  engine.m_nDownScale = CornerScale(settings.detectLevel);
   workspace.reference.update(first, firstId, settings, workspace.corners);
+  const Features& reference = workspace.reference.features();
   const Features features = FindFeatures(current, settings, workspace.corners);
-  const std::optional<Shift> shift = MeasureShift(workspace.reference.features(), features);
-  if (!shift) return;
+  const CornersFound found{!reference.corners.empty(), !features.corners.empty()};
+  const std::optional<Shift> shift = MeasureShift(reference, features);
+  if (!shift) return found;
   offsetX = shift->x;
   offsetY = shift->y;
   supportCount = shift->support;
+  return found;
 }
 
 }  // namespace jqstitching

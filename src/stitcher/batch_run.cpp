@@ -14,36 +14,35 @@ cv::Mat ReadFrame(const QString& path) {
 }  // namespace
 
 void JQImageStitching::slotStartStitching() {
+  m_pRun->stopRequested = false;
   if (!IsImageSizeMatched(m_fileList)) {
     emit sglMultiImageProcessFinished(nullptr);
     return;
   }
   const QString count = QString::number(m_fileList.size());
-  m_nFrameCount = 0;
-  m_nReserved = 0;
-  m_fMinOverlap = 0.1f;
-  m_fMaxOverlap = 0.9f;
+  m_pRun->expectFrame();
+  RunState::startRun(*this);
   m_pAlgorithm->SetParameter(1, 8, 0, 0);
   m_curFrame = ReadFrame(m_fileList[0]);
   m_pAlgorithm->JudgeImageChannel(m_curFrame, m_curFrame);
-  m_refFrame = m_curFrame;
-  m_pRun->lastFramePlaced = true;
-  m_pRun->referenceId = 0;
-  m_pRun->placedBounds = cv::Rect();
+  RunState::takeFirstFrame(*this);
   emit sglMultiImageProcessStatus(QObject::tr("Image Stitching 1/") + count);
 
   // The previous frame stays the first file throughout, and a blend leaves the
   // record's offset as it is: both differ from the live run.
-  for (int i = 1; i < m_fileList.size(); ++i) {
+  for (int i = 1; i < m_fileList.size() && !m_pRun->stopRequested; ++i) {
+    m_pRun->expectFrame();
     cv::Mat newFrame = ReadFrame(m_fileList[i]);
-    bool accepted = false;
-    RunState::takeFrame(*this, newFrame, accepted);
-    if (accepted) ++m_nFrameCount;
-    m_pRun->lastFramePlaced = accepted;
+    if (RunState::takeFrame(*this, newFrame)) ++m_nFrameCount;
     emit sglMultiImageProcessStatus(QObject::tr("Image Stitching ") + QString::number(i + 1) + "/" +
                                     count);
   }
 
-  RunState::trim(*this);
+  if (m_pRun->stopRequested && m_nFrameCount == 0) {
+    // Stopped after the first file: the mosaic is an earlier run's or none.
+    m_curFrame.release();
+  } else {
+    RunState::trim(*this);
+  }
   emit sglMultiImageProcessFinished(&m_curFrame);
 }

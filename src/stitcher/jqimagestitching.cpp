@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "jqglobalclass.h"
+#include "stitcher/acceptance.h"
 #include "stitcher/run_state.h"
 
 // The overlap mode, the run state and the overlap bounds stay unset until a run
@@ -28,16 +29,13 @@ JQImageStitching::JQImageStitching()
       m_mosaicMin(0, 0),
       m_mosaicMax(0, 0),
       m_reservedPair{0, 0},
-      m_pRun(nullptr) {
-  auto algorithm = std::make_unique<JQStitchingAlgorithm>();
-  m_pRun = new RunState;
-  m_pAlgorithm = algorithm.release();
+      m_pRun(std::make_unique<RunState>()) {
+  m_pAlgorithm = new JQStitchingAlgorithm;
 }
 
 JQImageStitching::~JQImageStitching() {
   delete m_pOutImage;
   delete m_pAlgorithm;
-  delete m_pRun;
 }
 
 int JQImageStitching::GetCurImageSize() const {
@@ -50,7 +48,7 @@ cv::Size JQImageStitching::GetCurSize() const {
 }
 
 bool JQImageStitching::IsOffsetPointValid() const {
-  return m_pAlgorithm->m_stitchFlags.matchCount > 10;
+  return jqstitching::EnoughMatches(m_pAlgorithm->m_stitchFlags.matchCount);
 }
 
 cv::Point JQImageStitching::GetOffsetPosition() const {
@@ -65,7 +63,8 @@ cv::Point JQImageStitching::GetCurrentPosition() const {
 }
 
 bool JQImageStitching::IsLastFrameAccepted() const {
-  return m_pRun->lastFramePlaced;
+  const JQFrameCause cause = m_pRun->verdict.cause;
+  return cause == JQFrameCause::kFirstFrame || cause == JQFrameCause::kPlaced;
 }
 
 int JQImageStitching::GetFrameCount() const {
@@ -90,6 +89,14 @@ cv::Point JQImageStitching::GetContentMax() const {
 
 cv::Rect JQImageStitching::GetPlacedBounds() const {
   return m_pRun->placedBounds;
+}
+
+JQFrameVerdict JQImageStitching::GetLastVerdict() const {
+  return m_pRun->verdict;
+}
+
+void JQImageStitching::RequestStop() {
+  m_pRun->stopRequested = true;
 }
 
 #include "moc_jqimagestitching.cpp"

@@ -9,6 +9,7 @@
 _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLevel,
                                        int nCornerBudget) {
   if (img == nullptr) return nullptr;
+  m_pRun->expectFrame();
 
   if (m_pOutImage == nullptr && m_curFrame.empty() && m_resultMat.empty()) {
     // Whatever can fail comes first: a bad first record leaves the stitcher idle.
@@ -22,14 +23,8 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_pOutImage = record.release();
     jqstitching::FillRecord(*m_pOutImage, *img, m_curFrame);
     m_bStitchStarted = true;
-    m_nFrameCount = 0;
-    m_nReserved = 0;
-    m_refFrame = m_curFrame;
-    m_fMinOverlap = 0.1f;
-    m_fMaxOverlap = 0.9f;
-    m_pRun->lastFramePlaced = true;
-    m_pRun->referenceId = 0;
-    m_pRun->placedBounds = cv::Rect();
+    RunState::startRun(*this);
+    RunState::takeFirstFrame(*this);
     return m_pOutImage;
   }
 
@@ -43,9 +38,8 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
   ConvertJQImgToCv8UC3(img, newFrame);
   cv::Mat oldReference = m_refFrame;
   bool accepted = false;
-  bool judged = false;
   try {
-    judged = RunState::takeFrame(*this, newFrame, accepted);
+    accepted = RunState::takeFrame(*this, newFrame);
   } catch (...) {
     // A picture that the host has trimmed in mid-run stands where the motion test
     // looks for the previous frame; without this every later call would fail too.
@@ -54,14 +48,14 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     }
     throw;
   }
-  if (judged) m_bLastFrameAccepted = accepted;
+  // A frame that the overlap or motion test turned down leaves the older answer.
+  if (m_pAlgorithm->m_stitchFlags.overlapFlag == 1) m_bLastFrameAccepted = accepted;
   if (accepted) {
     // The next overlap test looks where this frame was placed.
     m_pAlgorithm->m_stitchFlags.offsetX = 0;
     m_pAlgorithm->m_stitchFlags.offsetY = 0;
     ++m_nFrameCount;
   }
-  m_pRun->lastFramePlaced = accepted;
   std::swap(m_curFrame, newFrame);
   m_pRun->recycle(newFrame);
   m_pRun->recycle(oldReference);

@@ -1,6 +1,7 @@
 #ifndef JQ_STITCHER_RUN_STATE_H
 #define JQ_STITCHER_RUN_STATE_H
 
+#include <atomic>
 #include <opencv2/core.hpp>
 
 #include "jqimagestitching.h"
@@ -8,18 +9,27 @@
 /// What the stitcher knows of a run beyond its members: the answers of the
 /// accessors that tell what became of a frame.
 struct JQImageStitching::RunState {
-  bool lastFramePlaced = false;
+  JQFrameVerdict verdict;
   cv::Rect placedBounds;
+  std::atomic<bool> stopRequested{false};
   /// Number of the reference, one more for each placed frame. 0 once the host has
   /// been handed its pixels or had them recoloured: they may change between calls
   /// then, and the engine compares them every time.
   std::uint64_t referenceId = 0;
 
+  /// To be called when a frame comes in: until the frame is judged its verdict is that
+  /// of a failed call, which is left standing by whatever throws.
+  void expectFrame();
+
+  /// What the start of a run, live or batch, resets.
+  static void startRun(JQImageStitching& stitcher);
+  /// Makes the current picture the first frame of the run.
+  static void takeFirstFrame(JQImageStitching& stitcher);
+
   /// Takes one later frame of a run as it was read: lifts its zero samples, judges
-  /// and registers it and, when it passes,
-  /// places it. Returns whether the acceptance test ran. All or nothing: when
-  /// it throws, the stitcher is as before.
-  static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame, bool& accepted);
+  /// and registers it and, when it passes, places it; leaves the verdict. Returns
+  /// whether it was placed. All or nothing: when it throws, the stitcher is as before.
+  static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame);
 
   /// Makes the current picture a deep copy of the mosaic's content box; empty
   /// without a mosaic.
@@ -40,7 +50,6 @@ struct JQImageStitching::RunState {
   // A frame that is left out frees one picture, one that is placed two.
   cv::Mat m_spares[2];
 
-  static bool isAccepted(const JQImageStitching& stitcher, const cv::Mat& newFrame);
   static void place(JQImageStitching& stitcher, cv::Mat& newFrame);
   // Finds the new reference's features while its pixels are in cache, so that the
   // next frame takes no longer than others.

@@ -1,9 +1,7 @@
-#include <algorithm>
-#include <cstdlib>
-
 #include "engine/engine_access.h"
 #include "overlap/offset_step.h"
 #include "registration/registration_step.h"
+#include "stitcher/acceptance.h"
 #include "stitcher/run_state.h"
 
 namespace {
@@ -19,31 +17,31 @@ struct Snapshot {
 
 }  // namespace
 
-bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame,
-                                           bool& accepted) {
+bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame) {
   stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
   RunState& run = *stitcher.m_pRun;
   const Snapshot before{
       stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic, stitcher.m_refFrame, flags,
       run.placedBounds};
   const bool startsMosaic = stitcher.m_nFrameCount == 0;
-  accepted = false;
   try {
     JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
     const jqstitching::KnownOfFrames known{true, run.referenceId};
-    jqstitching::OffsetStep(engine, jqstitching::EngineAccess::workspace(engine), known,
-                            stitcher.m_nFrameCount, stitcher.m_refFrame, stitcher.m_curFrame,
-                            newFrame, stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic,
-                            flags);
+    const jqstitching::FrameMeasures measures = jqstitching::OffsetStep(
+        engine, jqstitching::EngineAccess::workspace(engine), known, stitcher.m_nFrameCount,
+        stitcher.m_refFrame, stitcher.m_curFrame, newFrame, stitcher.m_mosaicMin,
+        stitcher.m_mosaicMax, stitcher.m_mosaic, flags);
     if (startsMosaic) run.placedBounds = cv::Rect(stitcher.m_mosaicMin, stitcher.m_mosaicMax);
-    const bool judged = flags.overlapFlag == 1;
-    accepted = judged && isAccepted(stitcher, newFrame);
+    const JQFrameVerdict verdict = jqstitching::JudgeFrame(
+        flags, measures, newFrame.size(), {stitcher.m_fMinOverlap, stitcher.m_fMaxOverlap});
+    const bool accepted = verdict.cause == JQFrameCause::kPlaced;
     if (accepted) {
       place(stitcher, newFrame);
       prepareReference(stitcher);
     }
     if (startsMosaic) stitcher.m_nFrameCount = 1;
-    return judged;
+    run.verdict = verdict;
+    return accepted;
   } catch (...) {
     stitcher.m_mosaicMin = before.mosaicMin;
     stitcher.m_mosaicMax = before.mosaicMax;
@@ -53,17 +51,6 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
     run.placedBounds = before.placedBounds;
     throw;
   }
-}
-
-bool JQImageStitching::RunState::isAccepted(const JQImageStitching& stitcher,
-                                            const cv::Mat& newFrame) {
-  const stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
-  const int x = std::abs(flags.offsetX), y = std::abs(flags.offsetY);
-  // A tie is measured against the rows.
-  const auto extent = static_cast<float>(x > y ? newFrame.cols : newFrame.rows);
-  const auto shift = static_cast<float>(std::max(x, y));
-  return shift > (1.0f - stitcher.m_fMaxOverlap) * extent &&
-         shift < (1.0f - stitcher.m_fMinOverlap) * extent && flags.matchCount >= 11;
 }
 
 void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newFrame) {

@@ -5,7 +5,7 @@ file(REMOVE_RECURSE ${PREFIX})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
 
 foreach(file
-    include/jqimagestitching.h include/jqstitchingalgorithm.h
+    include/jqframeverdict.h include/jqimagestitching.h include/jqstitchingalgorithm.h
     include/jqglobalclass.h include/jqimageconvert.h
     ${LIBDIR}/libJQImageStitching.so ${LIBDIR}/libJQImageStitching.so.1
     ${LIBDIR}/libJQImageConvert.so ${LIBDIR}/libJQImageConvert.so.1

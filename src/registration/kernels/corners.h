@@ -9,6 +9,12 @@
 
 namespace jqstitching {
 
+/// Divisor of the picture in which corners are searched: they are searched in the
+/// halved picture below level 3.
+inline std::int32_t CornerScale(std::int32_t detectLevel) {
+  return detectLevel < 3 ? 2 : 1;
+}
+
 /// A local maximum of the corner response, detection-image pixels.
 struct Candidate {
   float response;

@@ -19,8 +19,7 @@ struct CornerSettings {
   bool operator==(const CornerSettings& other) const {
     return detectLevel == other.detectLevel && cornerBudget == other.cornerBudget;
   }
-  /// Corners are searched in the halved picture below level 3.
-  bool halved() const { return detectLevel < 3; }
+  bool halved() const { return CornerScale(detectLevel) == 2; }
 };
 
 /// Corners of a picture in its own pixels, and their descriptors.
@@ -29,7 +28,7 @@ struct Features {
   PairedDescriptors descriptors;
 };
 
-/// `picture.half` is read below level 3 alone.
+/// `picture.half` is read where `settings.halved()` alone.
 Features FindFeatures(const GreyAndHalf& picture, const CornerSettings& settings,
                       CornerScratch& scratch);
 
