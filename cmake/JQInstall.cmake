@@ -1,6 +1,9 @@
 # cmake --install: libraries, headers, one CMake package for each library and
-# pkg-config files. A host that brings its own platform libraries installs those
-# itself; then only the stitcher is installed here.
+# pkg-config files.
+#
+# A host that brings its own platform libraries gets the stitcher's library and headers
+# beside its own files, so that its programs run from the installed tree. There is no
+# package then: it would have to name the host's libraries, which only the host can.
 include(CMakePackageConfigHelpers)
 
 set(_package_root ${CMAKE_INSTALL_LIBDIR}/cmake)
@@ -9,13 +12,15 @@ set(_package_root ${CMAKE_INSTALL_LIBDIR}/cmake)
 # the program folder, so that the tree can be moved.
 file(RELATIVE_PATH _bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 
+set(_library_folders
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+
 # jq_install_package(NAME DEPENDENCIES...): the target NAME as the CMake package NAME
 # with the target NAME::NAME.
 function(jq_install_package name)
-  install(TARGETS ${name} EXPORT ${name}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(TARGETS ${name} EXPORT ${name}Targets ${_library_folders})
   install(EXPORT ${name}Targets NAMESPACE ${name}:: DESTINATION ${_package_root}/${name})
 
   set(JQ_PACKAGE ${name})
@@ -48,26 +53,24 @@ file(RELATIVE_PATH JQ_PC_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_I
 set(_opencv "OpenCV 4 COMPONENTS core")
 set(_qt "Qt${JQ_QT_MAJOR} COMPONENTS Core")
 
-set(_siblings)
-set(_siblings_pc)
-if(NOT JQ_USE_OWN_PLATFORM)
-  set(_siblings JQImageConvert)
-  set(_siblings_pc jqimageconvert)
+if(JQ_USE_OWN_PLATFORM)
+  install(TARGETS JQImageStitching ${_library_folders})
+else()
   jq_install_package(JQGlobalClass)
   jq_install_package(JQImageConvert JQGlobalClass ${_opencv} ${_qt})
+  jq_install_package(JQImageStitching JQImageConvert ${_opencv} ${_qt})
   set_target_properties(JQImageConvert PROPERTIES INSTALL_RPATH "$ORIGIN")
   jq_install_pkgconfig(jqimageconvert JQImageConvert
     "Raw camera image records as matrices" "")
+  jq_install_pkgconfig(jqimagestitching JQImageStitching "${PROJECT_DESCRIPTION}"
+    jqimageconvert)
   install(FILES
     ${PROJECT_SOURCE_DIR}/platform/jqglobalclass/jqglobalclass.h
     ${PROJECT_SOURCE_DIR}/platform/jqimageconvert/jqimageconvert.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 endif()
 
-jq_install_package(JQImageStitching ${_siblings} ${_opencv} ${_qt})
 set_target_properties(JQImageStitching PROPERTIES INSTALL_RPATH "$ORIGIN")
-jq_install_pkgconfig(jqimagestitching JQImageStitching "${PROJECT_DESCRIPTION}"
-  "${_siblings_pc}")
 install(FILES
   ${PROJECT_SOURCE_DIR}/include/jqframeverdict.h
   ${PROJECT_SOURCE_DIR}/include/jqimagestitching.h

@@ -1,6 +1,9 @@
 # JQ_SANITIZE=address;undefined builds everything with these sanitizers; a finding
 # ends the program, so that a test cannot pass over it.
-if(JQ_SANITIZE)
+if(JQ_SANITIZE AND MSVC)
+  list(JOIN JQ_SANITIZE "," _sanitizers)
+  add_compile_options(/fsanitize=${_sanitizers})
+elseif(JQ_SANITIZE)
   list(JOIN JQ_SANITIZE "," _sanitizers)
   add_compile_options(-fsanitize=${_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${_sanitizers})
