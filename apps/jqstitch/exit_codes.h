@@ -1,6 +1,8 @@
 #ifndef JQSTITCH_EXIT_CODES_H
 #define JQSTITCH_EXIT_CODES_H
 
+#include "host/record/run_record.h"
+
 namespace jqstitch {
 
 /// What the program tells the shell. Scripts rely on these numbers.
@@ -11,6 +13,21 @@ enum ExitCode {
   kExitSomeLeftOut = 3,  ///< there is a picture, but frames are missing from it
   kExitNonePlaced = 4,   ///< no frame besides the first could be placed
 };
+
+/// The exit code of a run whose picture and reports could be written.
+inline ExitCode ExitCodeOf(jqhost::Outcome outcome) {
+  switch (outcome) {
+    case jqhost::Outcome::kAllPlaced:
+      return kExitOk;
+    case jqhost::Outcome::kSomeLeftOut:
+      return kExitSomeLeftOut;
+    case jqhost::Outcome::kNonePlaced:
+      return kExitNonePlaced;
+    case jqhost::Outcome::kNoPicture:
+      break;
+  }
+  return kExitWrongInput;
+}
 
 }  // namespace jqstitch
 

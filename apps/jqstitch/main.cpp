@@ -4,6 +4,7 @@
 #include <QtGlobal>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <opencv2/core/utils/logger.hpp>
@@ -50,7 +51,9 @@ int ReportParseError(const CLI::App& app, const CLI::ParseError& error) {
 
 int main(int argc, char** argv) {
   UseUtf8ForPaths();
-  // The image library's own log would be a second voice on standard error.
+  // The logs of the image library and of its video decoder would be a second voice
+  // on standard error.
+  setenv("OPENCV_FFMPEG_LOGLEVEL", "-8", 0);
   cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT);
 
   CLI::App app("Stitches overlapping camera frames into one picture.", "jqstitch");

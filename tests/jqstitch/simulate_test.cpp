@@ -8,8 +8,8 @@
 #include <opencv2/imgproc.hpp>
 #include <sstream>
 
+#include "host/simulate/random_stream.h"
 #include "jqstitch/run_program.h"
-#include "simulate/random_stream.h"
 
 namespace jqstitch_test {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "batch/batch_run.h"
 #include "exit_codes.h"
-#include "input_error.h"
+#include "host/input_error.h"
 
 namespace jqstitch {
 namespace {
@@ -39,7 +39,7 @@ int RunBatch(const BatchOptions& options) {
     if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
     CheckOutputs(options.run, std::string());
     return BatchRun(options, console).Run();
-  } catch (const InputError& error) {
+  } catch (const jqhost::InputError& error) {
     console.Complain(error.what());
     console.Event({{"event", "error"}, {"text", error.what()}});
     return kExitWrongInput;

@@ -1,55 +1,52 @@
 #include "console/interrupt.h"
 
-#include <poll.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
-#include <climits>
-#include <csignal>
-#include <cstring>
+#include <memory>
 
 namespace jqstitch {
 namespace {
 
+// What a signal handler may touch. The files are given before the handlers are
+// installed and stay until the program ends, so a handler never sees them change.
 volatile std::sig_atomic_t g_signal = 0;
-volatile std::sig_atomic_t g_hasFile = 0;
-char g_file[PATH_MAX];
+std::unique_ptr<jqhost::StopToken> g_stop;
+std::vector<std::string> g_temporaries;
 
 // Only async-signal-safe calls in here.
 void OnSignal(int signal) {
   if (g_signal != 0) {
-    if (g_hasFile != 0) unlink(g_file);
+    for (const std::string& path : g_temporaries) unlink(path.c_str());
     _exit(128 + signal);
   }
   g_signal = signal;
-}
-
-void Install(int signal, void (*handler)(int)) {
-  struct sigaction action {};
-  action.sa_handler = handler;
-  sigemptyset(&action.sa_mask);
-  // Without SA_RESTART a sleep ends early; reads of files are not interrupted.
-  sigaction(signal, &action, nullptr);
+  g_stop->Request();
 }
 
 }  // namespace
 
-InterruptGuard::InterruptGuard() {
+InterruptGuard::InterruptGuard(const std::vector<std::string>& temporaries) {
   g_signal = 0;
-  for (int signal : {SIGINT, SIGTERM, SIGHUP}) Install(signal, OnSignal);
-  Install(SIGPIPE, SIG_IGN);
+  g_stop = std::make_unique<jqhost::StopToken>();
+  g_temporaries = temporaries;
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    struct sigaction action {};
+    action.sa_handler = kSignals[i] == SIGPIPE ? SIG_IGN : OnSignal;
+    sigemptyset(&action.sa_mask);
+    // Without SA_RESTART a sleep ends early; reads of files are not interrupted.
+    sigaction(kSignals[i], &action, &m_before[i]);
+  }
 }
 
 InterruptGuard::~InterruptGuard() {
-  for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) Install(signal, SIG_DFL);
+  for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &m_before[i], nullptr);
 }
 
-bool StopRequested() {
-  return g_signal != 0;
+const jqhost::StopToken& InterruptGuard::Token() const {
+  return *g_stop;
 }
 
-const char* StopReason() {
+const char* InterruptGuard::Reason() const {
   switch (g_signal) {
     case 0:
       return "";
@@ -59,22 +56,6 @@ const char* StopReason() {
       return "SIGHUP";
     default:
       return "Ctrl-C";
-  }
-}
-
-void SetFileToRemoveOnExit(const char* path) {
-  g_hasFile = 0;
-  if (path == nullptr || std::strlen(path) >= sizeof g_file) return;
-  std::strcpy(g_file, path);
-  g_hasFile = 1;
-}
-
-void SleepUnlessStopped(double seconds) {
-  using Clock = std::chrono::steady_clock;
-  const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-  while (!StopRequested() && Clock::now() < end) {
-    const std::chrono::duration<double, std::milli> left = end - Clock::now();
-    poll(nullptr, 0, std::min(200, std::max(1, static_cast<int>(left.count()))));
   }
 }
 

@@ -1,31 +1,35 @@
 #ifndef JQSTITCH_CONSOLE_INTERRUPT_H
 #define JQSTITCH_CONSOLE_INTERRUPT_H
 
+#include <array>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "host/run/stop_token.h"
+
 namespace jqstitch {
 
 /// While one exists, the first Ctrl-C (SIGINT), SIGTERM or SIGHUP only asks the
 /// run to stop, so that what has been stitched can be saved; the second ends the
 /// program at once. SIGPIPE is ignored: a closed pipe must not cost the picture.
+/// Its end restores the handlers that were there before. One at a time.
 class InterruptGuard {
  public:
-  InterruptGuard();
+  /// @param temporaries files that the second signal removes on its way out
+  explicit InterruptGuard(const std::vector<std::string>& temporaries);
   ~InterruptGuard();
   InterruptGuard(const InterruptGuard&) = delete;
   InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+  const jqhost::StopToken& Token() const;
+  /// "Ctrl-C", "SIGTERM" or "SIGHUP" once a stop was requested, else "".
+  const char* Reason() const;
+
+ private:
+  static constexpr std::array<int, 4> kSignals = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+  std::array<struct sigaction, 4> m_before;
 };
-
-/// Whether a signal has asked the run to stop.
-bool StopRequested();
-
-/// "Ctrl-C", "SIGTERM" or "SIGHUP" once a stop was requested, else "".
-const char* StopReason();
-
-/// The file that a second signal removes on its way out; null when there is none.
-/// The text is copied; one too long for a path is ignored.
-void SetFileToRemoveOnExit(const char* path);
-
-/// Sleeps; a signal that asks for a stop ends the sleep early.
-void SleepUnlessStopped(double seconds);
 
 }  // namespace jqstitch
 

@@ -8,29 +8,30 @@
 
 #include "console/console.h"
 #include "exit_codes.h"
-#include "input/image_record.h"
-#include "input/picture_reader.h"
-#include "input_error.h"
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
+#include "host/output/picture_format.h"
+#include "host/source/image_record.h"
+#include "host/source/picture_reader.h"
 #include "inspect/pair_analysis.h"
 #include "inspect/pair_picture.h"
-#include "output/atomic_file.h"
-#include "output/picture_format.h"
+#include "run/stitch_options.h"
 
 namespace jqstitch {
 namespace {
 
 struct InspectOptions {
   std::string first, second, output;
-  PairSettings settings;
+  jqhost::StitchSettings settings;
   PictureSettings picture;
   bool quiet = false;
 };
 
 cv::Mat ReadFrame(const std::string& path) {
   std::string why;
-  const cv::Mat frame = ReadPicture(path, cv::IMREAD_COLOR, why);
-  if (why.empty()) why = WhyNoRecord(frame);
-  if (!why.empty()) throw InputError("cannot read '" + path + "': " + why);
+  const cv::Mat frame = jqhost::ReadPicture(path, cv::IMREAD_COLOR, why);
+  if (why.empty()) why = jqhost::WhyNoRecord(frame);
+  if (!why.empty()) throw jqhost::InputError("cannot read '" + path + "': " + why);
   return frame;
 }
 
@@ -39,25 +40,26 @@ std::string Text(cv::Size size) {
 }
 
 void Inspect(InspectOptions& o) {
-  CheckPictureFormat(o.output);
-  CheckWritable(o.output);
+  jqhost::CheckPictureFormat(o.output);
+  jqhost::CheckWritable(o.output);
   const cv::Mat first = ReadFrame(o.first);
   const cv::Mat second = ReadFrame(o.second);
   if (first.size() != second.size()) {
-    throw InputError("the sizes differ: '" + o.first + "' is " + Text(first.size()) + ", '" +
-                     o.second + "' is " + Text(second.size()) +
-                     "; frames of one run have one size");
+    throw jqhost::InputError("the sizes differ: '" + o.first + "' is " + Text(first.size()) +
+                             ", '" + o.second + "' is " + Text(second.size()) +
+                             "; frames of one run have one size");
   }
   const int level = o.settings.detectLevel;
   if (first.cols < 4 * level || first.rows < 4 * level) {
-    throw InputError("the frames are too small: " + Text(first.size()) + " at --detect-level " +
-                     std::to_string(level));
+    throw jqhost::InputError("the frames are too small: " + Text(first.size()) +
+                             " at --detect-level " + std::to_string(level));
   }
   const PairAnalysis pair = AnalysePair(first, second, o.settings);
   o.picture.nameFirst = std::filesystem::path(o.first).filename().string();
   o.picture.nameSecond = std::filesystem::path(o.second).filename().string();
-  const std::vector<unsigned char> bytes = EncodePicture(o.output, DrawPair(pair, o.picture));
-  WriteFileAtomically(o.output, bytes.data(), bytes.size());
+  const std::vector<unsigned char> bytes =
+      jqhost::EncodePicture(o.output, DrawPair(pair, o.picture));
+  jqhost::WriteFileAtomically(o.output, bytes.data(), bytes.size());
   // The words are what the command was asked for, so they go to standard output.
   if (!o.quiet) std::cout << pair.verdict << "\n" << pair.overlapWords << "\n";
 }
@@ -66,13 +68,7 @@ void AddOptions(CLI::App& app, InspectOptions& o) {
   app.add_option("A", o.first, "frame that is in the mosaic already")->required();
   app.add_option("B", o.second, "frame to be placed")->required();
   app.add_option("-o,--output", o.output, "picture to write")->required();
-  app.add_option("--overlap-mode", o.settings.overlapMode,
-                 "0: judge the overlap (default), 1: judge the motion")
-      ->check(CLI::Range(0, 1));
-  app.add_option("--detect-level", o.settings.detectLevel, "working-scale divisor, 1 to 7 (1)")
-      ->check(CLI::Range(1, 7));
-  app.add_option("--corner-budget", o.settings.cornerBudget, "more corners, 0 to 100 (8)")
-      ->check(CLI::Range(0, 100));
+  AddStitchOptions(app, o.settings);
   app.add_option("--width", o.picture.width, "width of the picture in pixels (1600)")
       ->check(CLI::Range(400, 8000));
   app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (40)")

@@ -104,7 +104,7 @@ void Fuse(JQStitchingAlgorithm& engine, PairAnalysis& pair) {
 }  // namespace
 
 PairAnalysis AnalysePair(const cv::Mat& first, const cv::Mat& second,
-                         const PairSettings& settings) {
+                         const jqhost::StitchSettings& settings) {
   JQStitchingAlgorithm engine;
   engine.SetParameter(settings.detectLevel, settings.cornerBudget, settings.overlapMode, 1);
   PairAnalysis pair;

@@ -5,14 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace jqstitch {
+#include "host/run/stitch_settings.h"
 
-/// How a live run would be set up.
-struct PairSettings {
-  int overlapMode = 0;
-  int detectLevel = 1;
-  int cornerBudget = 8;
-};
+namespace jqstitch {
 
 /// Everything that a live run finds out about its second frame B when A was the
 /// first. Sizes and positions are in the working scale (the frame divided by the
@@ -39,7 +34,8 @@ struct PairAnalysis {
 
 /// Runs the steps of the engine on two frames of one size, `CV_8UC3`. The frames
 /// keep their pixels.
-PairAnalysis AnalysePair(const cv::Mat& first, const cv::Mat& second, const PairSettings& settings);
+PairAnalysis AnalysePair(const cv::Mat& first, const cv::Mat& second,
+                         const jqhost::StitchSettings& settings);
 
 }  // namespace jqstitch
 

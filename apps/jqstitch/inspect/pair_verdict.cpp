@@ -2,17 +2,18 @@
 
 #include <cstdio>
 
-#include "input/image_record.h"
+#include "host/source/image_record.h"
+#include "host/verdict/frame_judge.h"
 #include "jqimagestitching.h"
-#include "run/verdict.h"
+#include "words/frame_words.h"
 
 namespace jqstitch {
 
-void DecideVerdict(const cv::Mat& first, const cv::Mat& second, const PairSettings& settings,
-                   PairAnalysis& pair) {
+void DecideVerdict(const cv::Mat& first, const cv::Mat& second,
+                   const jqhost::StitchSettings& settings, PairAnalysis& pair) {
   JQImageStitching stitcher;
   for (const cv::Mat& frame : {first, second}) {
-    _tagJQIMG record = MakeRecord(frame);
+    _tagJQIMG record = jqhost::MakeRecord(frame);
     stitcher.Stitching(&record, settings.overlapMode, settings.detectLevel, settings.cornerBudget);
   }
   stitchflags flags = stitcher.GetStitchFlags();
@@ -20,24 +21,26 @@ void DecideVerdict(const cv::Mat& first, const cv::Mat& second, const PairSettin
   pair.overlapWords += pair.overlapFit ? "; passed" : "; failed";
   pair.accepted = stitcher.IsLastFrameAccepted();
 
-  StitchSettings run;
-  run.overlapMode = settings.overlapMode;
-  run.detectLevel = settings.detectLevel;
-  run.cornerBudget = settings.cornerBudget;
-  FrameResult result;
+  jqhost::FrameResult result;
   if (!pair.accepted) {
-    ExplainLeftOut(
-        flags, second.size(), run, [&] { return !pair.cornersSecond.empty(); },
-        [&] { return !pair.cornersFirst.empty(); }, result);
-    pair.verdict = "B would be left out: " + result.reason + ". Advice: " + result.advice + ".";
+    if (pair.cornersSecond.empty()) {
+      result.cause = jqhost::Cause::kNoCorners;
+    } else if (pair.cornersFirst.empty()) {
+      result.cause = jqhost::Cause::kNoReferenceCorners;
+    } else {
+      FillMeasurements(flags, second.size(), settings, result);
+      result.cause = WhyMeasuredFrameLeftOut(flags, settings, result);
+    }
+    pair.verdict = "B would be left out: " + ReasonText(settings, result) +
+                   ". Advice: " + AdviceText(settings, result) + ".";
     return;
   }
   // The stitcher zeroes the offset once it has placed the frame.
   flags.offsetX = pair.offset.x;
   flags.offsetY = pair.offset.y;
-  FillMeasurements(flags, second.size(), run, result);
+  FillMeasurements(flags, second.size(), settings, result);
   char percent[32];
-  std::snprintf(percent, sizeof percent, "%.1f %%", result.shiftPercent);
+  std::snprintf(percent, sizeof percent, "%.1f %%", 100.0 * result.shiftShare);
   pair.verdict = "B would be placed: offset (" + std::to_string(pair.offset.x) + ", " +
                  std::to_string(pair.offset.y) + "), " + percent + " of the frame, " +
                  std::to_string(pair.support) + " of " + std::to_string(pair.matchedFirst.size()) +

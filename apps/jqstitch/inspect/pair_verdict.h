@@ -9,8 +9,8 @@ namespace jqstitch {
 /// `overlapFit`, `accepted` and `verdict`, and adds to `overlapWords` how the test
 /// ended. The corners and the offset of `pair` are known by now.
 /// @param first, second frames in full size
-void DecideVerdict(const cv::Mat& first, const cv::Mat& second, const PairSettings& settings,
-                   PairAnalysis& pair);
+void DecideVerdict(const cv::Mat& first, const cv::Mat& second,
+                   const jqhost::StitchSettings& settings, PairAnalysis& pair);
 
 }  // namespace jqstitch
 

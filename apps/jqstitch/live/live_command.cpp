@@ -5,8 +5,9 @@
 #include <opencv2/core/utility.hpp>
 
 #include "exit_codes.h"
-#include "input_error.h"
+#include "host/input_error.h"
 #include "live/live_run.h"
+#include "run/stitch_options.h"
 
 namespace jqstitch {
 namespace {
@@ -28,28 +29,15 @@ void AddOptions(CLI::App& command, LiveOptions& o) {
       .add_option("SOURCE", o.source, "pictures, a folder, a video file, or the number of a camera")
       ->required();
   AddRunOptions(command, o.run);
-  command
-      .add_option("--overlap-mode", o.settings.overlapMode,
-                  "fitness of a frame: 0 by overlap with the picture (default), 1 by little motion")
-      ->type_name("0|1")
-      ->check(CLI::Range(0, 1));
-  command
-      .add_option("--detect-level", o.settings.detectLevel,
-                  "works at 1/N of the size, 1 to 7; the picture is as small (1)")
-      ->type_name("N")
-      ->check(CLI::Range(1, 7));
-  command
-      .add_option("--corner-budget", o.settings.cornerBudget,
-                  "more corners, slower and surer, 0 to 100 (8)")
-      ->type_name("N")
-      ->check(CLI::Range(0, 100));
-  command.add_option("--every", o.every, "takes every Nth frame only (1)")
+  AddStitchOptions(command, o.settings);
+  command.add_option("--every", o.loop.every, "takes every Nth frame only (1)")
       ->type_name("N")
       ->check(CLI::Range(1, 1000000));
-  command.add_option("--max-frames", o.maxFrames, "ends after N frames")
+  command.add_option("--max-frames", o.loop.maxFrames, "ends after N frames")
       ->type_name("N")
       ->check(CLI::Range(1, 1000000000));
-  command.add_option("--fps", o.fps, "pace of the replay, frames per second (as fast as it goes)")
+  command
+      .add_option("--fps", o.loop.fps, "pace of the replay, frames per second (as fast as it goes)")
       ->type_name("N")
       ->check(CLI::Range(0.001, 10000.0));
   command.add_option("--save-every", o.saveEvery, "saves the picture so far every N seconds")
@@ -68,7 +56,7 @@ int RunLive(const LiveOptions& options) {
     CheckOutputs(options.run, options.preview);
     CheckNoInputIsOutput(options.source, OutputPaths(options.run, options.preview));
     return LiveRun(options, console).Run();
-  } catch (const InputError& error) {
+  } catch (const jqhost::InputError& error) {
     console.Complain(error.what());
     console.Event({{"event", "error"}, {"text", error.what()}});
     return kExitWrongInput;

@@ -4,11 +4,15 @@
 #include <new>
 
 #include "exit_codes.h"
-#include "input_error.h"
-#include "output/atomic_file.h"
-#include "report/html_report.h"
-#include "report/json_report.h"
-#include "report/summary.h"
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
+#include "host/record/html_report.h"
+#include "host/record/json_report.h"
+#include "words/summary.h"
+
+using jqhost::FrameResult;
+using jqhost::InputError;
+using jqhost::Picture;
 
 namespace jqstitch {
 namespace {
@@ -21,11 +25,12 @@ bool IsJsonReport(const std::string& path) {
 
 Recorder::Recorder(const std::string& command, const RunOptions& options, Console& console)
     : m_options(options), m_console(console), m_start(std::chrono::steady_clock::now()) {
+  m_record.program = "jqstitch " JQSTITCH_VERSION;
   m_record.command = command;
-  if (!options.truth.empty()) m_truth = Truth::Read(options.truth);
+  if (!options.truth.empty()) m_truth = jqhost::Truth::Read(options.truth);
 }
 
-void Recorder::Begin(int total) {
+void Recorder::OnBegin(int total) {
   if (!m_begun) {
     m_start = std::chrono::steady_clock::now();
     m_console.Event({{"event", "start"},
@@ -37,13 +42,8 @@ void Recorder::Begin(int total) {
   m_console.StartProgress(total, "frames");
 }
 
-void Recorder::Add(const FrameResult& result) {
-  m_record.frames.push_back(result);
-  Tell(result, static_cast<int>(m_record.frames.size()));
-}
-
-void Recorder::Tell(const FrameResult& result, int done) {
-  nlohmann::json event = FrameJson(result);
+void Recorder::OnFrame(const FrameResult& result, int done) {
+  nlohmann::json event = FrameJson(m_record, result, m_words);
   event["event"] = "frame";
   m_console.Event(event);
   m_console.Progress(done);
@@ -62,8 +62,8 @@ void Recorder::Fail(const std::string& what) {
 bool Recorder::Save(const Picture& picture, cv::Mat& image) {
   std::string problem;
   try {
-    image = WithBackground(picture.image, m_options.background);
-    m_record.picture = SavePictureSomehow(m_options.output, image, problem);
+    image = jqhost::WithBackground(picture.image, m_options.background);
+    m_record.picture = jqhost::SavePictureSomehow(m_options.output, image, problem);
   } catch (const InputError& error) {
     problem = error.what();
   } catch (const std::bad_alloc&) {
@@ -86,9 +86,10 @@ bool Recorder::WriteReports(const cv::Mat& image) {
   for (const std::string& path : m_options.reports) {
     try {
       const std::string text =
-          IsJsonReport(path) ? JsonText(ReportJson(m_record))
-                             : HtmlReport(m_record, m_record.picture.empty() ? cv::Mat() : image);
-      WriteFileAtomically(path, text.data(), text.size());
+          IsJsonReport(path)
+              ? jqhost::JsonText(jqhost::ReportJson(m_record, m_words))
+              : jqhost::HtmlReport(m_record, m_record.picture.empty() ? cv::Mat() : image, m_words);
+      jqhost::WriteFileAtomically(path, text.data(), text.size());
     } catch (const std::exception& error) {
       Fail(error.what());
       written = false;
@@ -110,9 +111,9 @@ int Recorder::Deliver(const Picture& picture) {
     m_record.truth = CompareWithTruth(m_record.frames, *m_truth, scale);
   }
   const bool reported = WriteReports(image);
-  const int exitCode = saved && reported ? OutcomeExitCode(m_record) : int(kExitWrongInput);
+  const int exitCode = saved && reported ? ExitCodeOf(OutcomeOf(m_record)) : kExitWrongInput;
   m_console.Say(SummaryText(m_record));
-  nlohmann::json event = OutcomeJson(m_record);
+  nlohmann::json event = jqhost::OutcomeJson(m_record);
   event["event"] = "summary";
   event["exitCode"] = exitCode;
   m_console.Event(event);

@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 
-#include "input/path_list.h"
-#include "input_error.h"
-#include "output/atomic_file.h"
-#include "output/picture_format.h"
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
+#include "host/output/picture_format.h"
+#include "host/source/path_list.h"
 
 namespace fs = std::filesystem;
 
@@ -37,7 +37,8 @@ std::string CheckReportName(const std::string& path) {
 // One file under two spellings, also while it does not exist yet.
 bool IsSamePlace(const std::string& a, const std::string& b) {
   std::error_code error;
-  return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error) || IsSameFile(a, b);
+  return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error) ||
+         jqhost::IsSameFile(a, b);
 }
 
 }  // namespace
@@ -78,29 +79,39 @@ std::vector<std::string> OutputPaths(const RunOptions& options, const std::strin
   return paths;
 }
 
+std::vector<std::string> TemporaryPaths(const std::vector<std::string>& outputs) {
+  std::vector<std::string> paths;
+  for (const std::string& output : outputs) {
+    paths.push_back(jqhost::TemporaryName(output));
+    // A picture that its format does not hold is saved as PNG instead.
+    paths.push_back(jqhost::TemporaryName(output + ".png"));
+  }
+  return paths;
+}
+
 void CheckOutputs(const RunOptions& options, const std::string& preview) {
   const std::vector<std::string> paths = OutputPaths(options, preview);
   for (std::size_t i = 0; i < paths.size(); ++i) {
     for (std::size_t k = 0; k < i; ++k) {
       if (IsSamePlace(paths[i], paths[k])) {
-        throw InputError("'" + paths[k] + "' and '" + paths[i] +
-                         "' are one file; give every output its own");
+        throw jqhost::InputError("'" + paths[k] + "' and '" + paths[i] +
+                                 "' are one file; give every output its own");
       }
     }
-    CheckWritable(paths[i]);
+    jqhost::CheckWritable(paths[i]);
   }
-  CheckPictureFormat(options.output);
-  if (!preview.empty()) CheckPictureFormat(preview);
+  jqhost::CheckPictureFormat(options.output);
+  if (!preview.empty()) jqhost::CheckPictureFormat(preview);
 }
 
 void CheckNoInputIsOutput(const std::vector<std::string>& inputs,
                           const std::vector<std::string>& outputs) {
   for (const std::string& output : outputs) {
     for (const std::string& input : inputs) {
-      if (IsSameFile(input, output)) {
-        throw InputError("'" + output +
-                         "' is one of the frames and would be overwritten; choose "
-                         "another name");
+      if (jqhost::IsSameFile(input, output)) {
+        throw jqhost::InputError("'" + output +
+                                 "' is one of the frames and would be overwritten; choose "
+                                 "another name");
       }
     }
   }

@@ -37,6 +37,9 @@ void CheckNoInputIsOutput(const std::vector<std::string>& inputs,
 /// All files that the run writes.
 std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview);
 
+/// The temporary files beside them, which a program that ends at once removes.
+std::vector<std::string> TemporaryPaths(const std::vector<std::string>& outputs);
+
 }  // namespace jqstitch
 
 #endif  // JQSTITCH_RUN_RUN_OPTIONS_H

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 
-#include "input_error.h"
-#include "output/atomic_file.h"
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
 
 namespace fs = std::filesystem;
 
@@ -43,19 +43,19 @@ OutputFolder::OutputFolder(const std::string& path, bool force, int frameCount, 
       m_jpegQuality(jpegQuality) {
   try {
     if (fs::exists(path) && !fs::is_directory(path)) {
-      throw InputError("the output '" + path + "' is a file; give a folder");
+      throw jqhost::InputError("the output '" + path + "' is a file; give a folder");
     }
     fs::create_directories(path);
     if (!fs::is_empty(path)) {
       if (!force) {
-        throw InputError("the folder '" + path +
-                         "' is not empty; give another one, or --force to replace the "
-                         "frames of an earlier simulation in it");
+        throw jqhost::InputError("the folder '" + path +
+                                 "' is not empty; give another one, or --force to replace the "
+                                 "frames of an earlier simulation in it");
       }
       RemoveEarlierSimulation(path);
     }
   } catch (const fs::filesystem_error& error) {
-    throw InputError("cannot use the folder '" + path + "': " + error.code().message());
+    throw jqhost::InputError("cannot use the folder '" + path + "': " + error.code().message());
   }
 }
 
@@ -74,7 +74,7 @@ void OutputFolder::WriteFrame(int index, const cv::Mat& image) const {
   } else {
     cv::imencode(".png", image, bytes, {cv::IMWRITE_PNG_COMPRESSION, 1});
   }
-  WriteFileAtomically(path, bytes.data(), bytes.size());
+  jqhost::WriteFileAtomically(path, bytes.data(), bytes.size());
 }
 
 void OutputFolder::WriteTruth(const std::vector<cv::Point>& corners) const {
@@ -83,7 +83,7 @@ void OutputFolder::WriteTruth(const std::vector<cv::Point>& corners) const {
     text += FrameName(static_cast<int>(i)) + "," + std::to_string(corners[i].x) + "," +
             std::to_string(corners[i].y) + "\n";
   }
-  WriteFileAtomically((fs::path(m_path) / kTruthName).string(), text.data(), text.size());
+  jqhost::WriteFileAtomically((fs::path(m_path) / kTruthName).string(), text.data(), text.size());
 }
 
 }  // namespace jqstitch

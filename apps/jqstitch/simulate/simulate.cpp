@@ -2,13 +2,13 @@
 #include <cmath>
 #include <opencv2/imgcodecs.hpp>
 
-#include "input/picture_reader.h"
-#include "input_error.h"
-#include "output/atomic_file.h"
-#include "output/picture_format.h"
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
+#include "host/output/picture_format.h"
+#include "host/simulate/slide.h"
+#include "host/source/picture_reader.h"
 #include "simulate/output_folder.h"
 #include "simulate/simulate_options.h"
-#include "simulate/slide.h"
 
 namespace jqstitch {
 namespace {
@@ -20,8 +20,8 @@ std::string Text(cv::Size size) {
   return std::to_string(size.width) + "x" + std::to_string(size.height);
 }
 
-PathOptions ToPathOptions(const SimulateOptions& o) {
-  PathOptions path;
+jqhost::PathOptions ToPathOptions(const SimulateOptions& o) {
+  jqhost::PathOptions path;
   path.kind = o.path;
   path.count = o.count;
   path.step.x = std::max(1, static_cast<int>(std::lround(o.frame.width * o.step / 100)));
@@ -35,56 +35,57 @@ PathOptions ToPathOptions(const SimulateOptions& o) {
 }
 
 // The longest way that a path can go, so that no coordinate overflows.
-void RefuseEndlessPath(const PathOptions& path) {
+void RefuseEndlessPath(const jqhost::PathOptions& path) {
   const std::int64_t longest =
       static_cast<std::int64_t>(path.count) * std::max(path.step.x, path.step.y) * 2;
   if (longest > 1000000000) {
-    throw InputError("the path is too long: give fewer frames, smaller ones or a smaller --step");
+    throw jqhost::InputError(
+        "the path is too long: give fewer frames, smaller ones or a smaller --step");
   }
 }
 
 cv::Mat OpenScene(const SimulateOptions& o, cv::Size bounds) {
   if (!o.image.empty()) {
     std::string why;
-    const cv::Mat image = ReadPicture(o.image, cv::IMREAD_COLOR, why);
-    if (!why.empty()) throw InputError("cannot read the picture '" + o.image + "': " + why);
+    const cv::Mat image = jqhost::ReadPicture(o.image, cv::IMREAD_COLOR, why);
+    if (!why.empty()) throw jqhost::InputError("cannot read the picture '" + o.image + "': " + why);
     if (image.cols < bounds.width || image.rows < bounds.height) {
-      throw InputError("the path needs " + Text(bounds) + " pixels, but '" + o.image + "' has " +
-                       Text(image.size()) +
-                       ": give a larger picture, smaller or fewer frames, a smaller "
-                       "--step or fewer --jumps");
+      throw jqhost::InputError("the path needs " + Text(bounds) + " pixels, but '" + o.image +
+                               "' has " + Text(image.size()) +
+                               ": give a larger picture, smaller or fewer frames, a smaller "
+                               "--step or fewer --jumps");
     }
     return image;
   }
   const cv::Size size(bounds.width + 2 * kMargin, bounds.height + 2 * kMargin);
   const std::int64_t pixels = static_cast<std::int64_t>(size.width) * size.height;
   if (pixels > kLargestScene) {
-    throw InputError("the slide would have " + Text(size) +
-                     " pixels, more than 400 million: give fewer or smaller frames, or a "
-                     "smaller --step");
+    throw jqhost::InputError("the slide would have " + Text(size) +
+                             " pixels, more than 400 million: give fewer or smaller frames, or a "
+                             "smaller --step");
   }
-  return PaintSlide(size, o.seed);
+  return jqhost::PaintSlide(size, o.seed);
 }
 
 }  // namespace
 
 void Simulate(const SimulateOptions& options, Console& console) {
-  const PathOptions pathOptions = ToPathOptions(options);
+  const jqhost::PathOptions pathOptions = ToPathOptions(options);
   RefuseEndlessPath(pathOptions);
-  std::vector<cv::Point> path = CameraPath(pathOptions);
-  if (!options.scene.empty()) CheckPictureFormat(options.scene);
-  const cv::Mat scene = OpenScene(options, PathBounds(path, options.frame).size());
-  MovePathInside(path, options.frame, scene.size());
+  std::vector<cv::Point> path = jqhost::CameraPath(pathOptions);
+  if (!options.scene.empty()) jqhost::CheckPictureFormat(options.scene);
+  const cv::Mat scene = OpenScene(options, jqhost::PathBounds(path, options.frame).size());
+  jqhost::MovePathInside(path, options.frame, scene.size());
 
   const OutputFolder folder(options.folder, options.force, options.count, options.jpegQuality);
   if (!options.scene.empty()) {
-    const std::vector<unsigned char> bytes = EncodePicture(options.scene, scene);
-    WriteFileAtomically(options.scene, bytes.data(), bytes.size());
+    const std::vector<unsigned char> bytes = jqhost::EncodePicture(options.scene, scene);
+    jqhost::WriteFileAtomically(options.scene, bytes.data(), bytes.size());
   }
   console.StartProgress(options.count, "frames");
   for (int i = 0; i < options.count; ++i) {
-    folder.WriteFrame(i, TakeFrame(scene, path[static_cast<std::size_t>(i)], options.frame, i,
-                                   options.effects, options.seed));
+    folder.WriteFrame(i, jqhost::TakeFrame(scene, path[static_cast<std::size_t>(i)], options.frame,
+                                           i, options.effects, options.seed));
     console.Progress(i + 1);
   }
   console.EndProgress();

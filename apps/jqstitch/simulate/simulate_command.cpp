@@ -10,10 +10,11 @@
 namespace jqstitch {
 namespace {
 
-const std::map<std::string, PathKind> kPaths = {{"row", PathKind::kRow},
-                                                {"serpentine", PathKind::kSerpentine},
-                                                {"spiral", PathKind::kSpiral},
-                                                {"random", PathKind::kRandomWalk}};
+const std::map<std::string, jqhost::PathKind> kPaths = {
+    {"row", jqhost::PathKind::kRow},
+    {"serpentine", jqhost::PathKind::kSerpentine},
+    {"spiral", jqhost::PathKind::kSpiral},
+    {"random", jqhost::PathKind::kRandomWalk}};
 
 const std::map<std::string, cv::Point> kDirections = {
     {"right", {1, 0}}, {"down-right", {1, 1}}, {"down", {0, 1}}, {"down-left", {-1, 1}},
@@ -76,10 +77,10 @@ void CheckTogether(const SimulateOptions& o, const CLI::App& command) {
                                               " of " + std::to_string(o.count) +
                                               " frames can jump (never the first or the last)");
   }
-  if (command.count("--columns") > 0 && o.path != PathKind::kSerpentine) {
+  if (command.count("--columns") > 0 && o.path != jqhost::PathKind::kSerpentine) {
     throw CLI::ValidationError("--columns", "only a serpentine has columns");
   }
-  if (command.count("--direction") > 0 && o.path != PathKind::kRow) {
+  if (command.count("--direction") > 0 && o.path != jqhost::PathKind::kRow) {
     throw CLI::ValidationError("--direction", "only a row has a direction (--path row)");
   }
 }

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "console/console.h"
-#include "simulate/camera.h"
-#include "simulate/camera_path.h"
+#include "host/simulate/camera.h"
+#include "host/simulate/camera_path.h"
 
 namespace jqstitch {
 
@@ -18,12 +18,12 @@ struct SimulateOptions {
   std::string scene;  ///< also write the whole scene here; empty: do not
   cv::Size frame{1280, 960};
   int count = 60;
-  PathKind path = PathKind::kSerpentine;
+  jqhost::PathKind path = jqhost::PathKind::kSerpentine;
   cv::Point direction{1, 0};
   int columns = 0;
   double step = 20;  ///< percent of the frame, across and down
   int jumps = 0;
-  CameraEffects effects;
+  jqhost::CameraEffects effects;
   int jpegQuality = 0;  ///< 0: PNG
   std::uint64_t seed = 1;
   bool quiet = false;

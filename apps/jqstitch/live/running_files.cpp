@@ -1,0 +1,56 @@
+#include "live/running_files.h"
+
+#include "host/output/picture.h"
+
+namespace jqstitch {
+namespace {
+
+constexpr int kPreviewSide = 1280;
+constexpr double kPreviewEvery = 1.0;  // seconds
+
+double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace
+
+RunningFiles::RunningFiles(const LiveOptions& options, Console& console,
+                           const jqhost::PushSession& session)
+    : m_options(options), m_console(console), m_session(session) {}
+
+void RunningFiles::Refresh(const jqhost::FrameResult& result) {
+  if (result.Placed()) m_unsaved = m_unshown = true;
+  if (m_unsaved && m_options.saveEvery > 0 && SecondsSince(m_lastSave) >= m_options.saveEvery) {
+    Save(m_options.run.output, 0, false);
+    m_lastSave = Clock::now();
+    m_unsaved = false;
+  }
+  if (m_unshown && !m_options.preview.empty() && SecondsSince(m_lastPreview) >= kPreviewEvery) {
+    SavePreview();
+    m_lastPreview = Clock::now();
+    m_unshown = false;
+  }
+}
+
+void RunningFiles::SavePreview() {
+  if (!m_options.preview.empty()) Save(m_options.preview, kPreviewSide, true);
+}
+
+// While frames come in, a picture that cannot be saved is no reason to stop.
+void RunningFiles::Save(const std::string& path, int longest, bool isPreview) {
+  try {
+    const cv::Mat whole = m_session.PictureSoFar(m_options.run.trim).image;
+    const cv::Mat image = jqhost::WithBackground(
+        longest > 0 ? jqhost::Shrink(whole, longest) : whole, m_options.run.background);
+    jqhost::SavePicture(path, image);
+    m_console.Event({{"event", isPreview ? "preview" : "picture"},
+                     {"path", path},
+                     {"width", image.cols},
+                     {"height", image.rows},
+                     {"final", false}});
+  } catch (const std::exception& error) {
+    m_console.Complain(error.what());
+  }
+}
+
+}  // namespace jqstitch

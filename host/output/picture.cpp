@@ -1,0 +1,104 @@
+#include "host/output/picture.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <opencv2/imgproc.hpp>
+
+#include "host/input_error.h"
+#include "host/output/atomic_file.h"
+#include "host/output/picture_format.h"
+#include "host/source/image_record.h"
+#include "jqimagestitching.h"
+
+namespace jqhost {
+namespace {
+
+bool TryCutEdge(JQImageStitching& stitcher) {
+  try {
+    return stitcher.CutEdge();
+  } catch (const cv::Exception&) {
+    return false;  // a box that a run up and to the right has made unusable
+  }
+}
+
+std::string FreeName(const std::string& path) {
+  std::error_code error;
+  std::string name = path + ".png";
+  for (int i = 2; std::filesystem::exists(name, error); ++i) {
+    name = path + "." + std::to_string(i) + ".png";
+  }
+  return name;
+}
+
+}  // namespace
+
+bool IsContentBoxExact(const JQImageStitching& stitcher) {
+  const cv::Rect bounds = stitcher.GetPlacedBounds();
+  return stitcher.GetContentMin() == bounds.tl() && stitcher.GetContentMax() == bounds.br();
+}
+
+Picture TakePicture(const JQImageStitching& stitcher, bool trim) {
+  Picture picture;
+  const cv::Mat mosaic = stitcher.GetMosaic();
+  if (mosaic.empty()) return picture;
+  const cv::Rect bounds = stitcher.GetPlacedBounds();
+  picture.image = trim ? mosaic(bounds) : mosaic;
+  picture.origin = trim ? bounds.tl() : cv::Point(0, 0);
+  picture.trimmedBy = trim ? "placed frames" : "nothing";
+  return picture;
+}
+
+Picture TrimPicture(JQImageStitching& stitcher) {
+  Picture picture = TakePicture(stitcher, true);
+  if (picture.image.empty() || !TryCutEdge(stitcher) || !IsContentBoxExact(stitcher)) {
+    return picture;
+  }
+  _tagJQIMG request = MakeRecord(picture.image);
+  const _tagJQIMG* trimmed = stitcher.GetImageStitching(&request);
+  if (trimmed == nullptr) return picture;
+  // The record's sides are 16 bits wide; the true ones are the accessor's.
+  picture.image = cv::Mat(stitcher.GetCurSize(), CV_8UC3, trimmed->pixels);
+  picture.trimmedBy = "content box";
+  return picture;
+}
+
+cv::Mat WithBackground(const cv::Mat& image, const std::optional<std::array<int, 3>>& colour) {
+  if (!colour || *colour == std::array<int, 3>{0, 0, 0}) return image;
+  cv::Mat painted = image.clone(), empty;
+  cv::inRange(image, cv::Scalar::all(0), cv::Scalar::all(0), empty);
+  const auto [red, green, blue] = *colour;
+  painted.setTo(cv::Scalar(blue, green, red), empty);
+  return painted;
+}
+
+cv::Mat Shrink(const cv::Mat& image, int longest) {
+  const double factor = static_cast<double>(longest) / std::max(image.cols, image.rows);
+  if (factor >= 1.0) return image;
+  cv::Mat small;
+  const cv::Size size(std::max(1, static_cast<int>(image.cols * factor)),
+                      std::max(1, static_cast<int>(image.rows * factor)));
+  cv::resize(image, small, size, 0, 0, cv::INTER_AREA);
+  return small;
+}
+
+void SavePicture(const std::string& path, const cv::Mat& image) {
+  const std::vector<unsigned char> bytes = EncodePicture(path, image);
+  WriteFileAtomically(path, bytes.data(), bytes.size());
+}
+
+std::string SavePictureSomehow(const std::string& path, const cv::Mat& image,
+                               std::string& problem) {
+  std::vector<unsigned char> bytes;
+  std::string target = path;
+  try {
+    bytes = EncodePicture(path, image);
+  } catch (const InputError& error) {
+    target = FreeName(path);
+    bytes = EncodePicture(target, image);
+    problem = std::string(error.what()) + "; saved as '" + target + "' instead";
+  }
+  WriteFileAtomically(target, bytes.data(), bytes.size());
+  return target;
+}
+
+}  // namespace jqhost

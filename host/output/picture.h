@@ -1,0 +1,51 @@
+#ifndef JQHOST_OUTPUT_PICTURE_H
+#define JQHOST_OUTPUT_PICTURE_H
+
+#include <array>
+#include <opencv2/core.hpp>
+#include <optional>
+#include <string>
+
+class JQImageStitching;
+
+namespace jqhost {
+
+/// The picture of a run. The pixels may belong to the stitcher: read only, valid
+/// until its next call.
+struct Picture {
+  cv::Mat image;
+  cv::Point origin;           ///< of the picture in the mosaic
+  std::string trimmedBy;      ///< "content box", "placed frames" or "nothing"
+  bool isFirstFrame = false;  ///< there is no mosaic, so this is the first frame alone
+};
+
+/// The mosaic so far, cut to the placed frames or whole. Does not disturb a run.
+/// Empty before the mosaic exists.
+Picture TakePicture(const JQImageStitching& stitcher, bool trim);
+
+/// Ends a live run: lets the stitcher trim. Where its content box cannot be used
+/// (trimming raises) or misses a part of the frames, the placed frames' own
+/// bounds are taken from the mosaic, which the stitcher still holds.
+Picture TrimPicture(JQImageStitching& stitcher);
+
+/// Whether the stitcher's content box is exactly what the placed frames cover.
+bool IsContentBoxExact(const JQImageStitching& stitcher);
+
+/// The picture with every pure black pixel (which no frame leaves) in the colour
+/// red, green, blue. A copy, unless there is nothing to change.
+cv::Mat WithBackground(const cv::Mat& image, const std::optional<std::array<int, 3>>& colour);
+
+/// The picture shrunk to at most `longest` pixels a side.
+cv::Mat Shrink(const cv::Mat& image, int longest);
+
+/// Encodes and writes atomically. Raises `InputError`.
+void SavePicture(const std::string& path, const cv::Mat& image);
+
+/// The same, but a picture that the format does not hold is saved as PNG under a
+/// free name beside it, rather than lost. `problem` then says so.
+/// @return the path written
+std::string SavePictureSomehow(const std::string& path, const cv::Mat& image, std::string& problem);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_OUTPUT_PICTURE_H

@@ -1,0 +1,103 @@
+#include "host/record/json_report.h"
+
+using nlohmann::json;
+
+namespace jqhost {
+namespace {
+
+json SizeJson(cv::Size size) {
+  return {{"width", size.width}, {"height", size.height}};
+}
+
+json PointJson(cv::Point point) {
+  return {{"x", point.x}, {"y", point.y}};
+}
+
+}  // namespace
+
+json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& words) {
+  json entry = {{"name", frame.name},
+                {"number", frame.number},
+                {"placed", frame.Placed()},
+                {"verdict", CauseName(frame.cause)},
+                {"seconds", frame.seconds}};
+  if (frame.Placed()) entry["position"] = PointJson(frame.position);
+  const auto tell = [&entry](const char* key, const std::string& text) {
+    if (!text.empty()) entry[key] = text;
+  };
+  tell("reason", words.Reason(record, frame));
+  tell("advice", words.Advice(record, frame));
+  tell("note", words.Note(frame));
+  if (frame.registered) {
+    entry["matches"] = frame.matches;
+    if (!frame.Placed()) {
+      entry["offset"] = PointJson(frame.offset);
+      entry["shiftPercent"] = 100.0 * frame.shiftShare;
+    }
+  }
+  return entry;
+}
+
+json TruthJson(const TruthComparison& truth) {
+  json result = {{"compared", truth.errors.size()}, {"unknown", truth.unknown}};
+  if (!truth.errors.empty()) {
+    result["neighbour"] = {{"median", truth.neighbourMedian},
+                           {"maximum", truth.neighbourMaximum},
+                           {"axisMaximum", truth.neighbourAxisMaximum}};
+    result["absolute"] = {{"median", truth.absoluteMedian}, {"maximum", truth.absoluteMaximum}};
+  }
+  return result;
+}
+
+json OutcomeJson(const RunRecord& record) {
+  json result = {{"outcome", OutcomeName(OutcomeOf(record))},
+                 {"frames", record.frames.size()},
+                 {"placed", CountPlaced(record)},
+                 {"skipped", record.skipped},
+                 {"seconds", record.seconds},
+                 {"notes", record.notes}};
+  result["stoppedBy"] = record.stoppedBy.empty() ? json() : json(record.stoppedBy);
+  result["picture"] = json();
+  if (!record.picture.empty()) {
+    result["picture"] = {{"path", record.picture},
+                         {"size", SizeJson(record.pictureSize)},
+                         {"trimmedBy", record.trimmedBy},
+                         {"firstFrame", PointJson(record.firstCorner)}};
+  }
+  if (record.truth) result["truth"] = TruthJson(*record.truth);
+  return result;
+}
+
+json ReportJson(const RunRecord& record, const Words& words) {
+  json report = OutcomeJson(record);
+  report["program"] = record.program;
+  report["command"] = record.command;
+  report["settings"] = {{"overlapMode", record.settings.overlapMode},
+                        {"detectLevel", record.settings.detectLevel},
+                        {"cornerBudget", record.settings.cornerBudget}};
+  report["frameSize"] = SizeJson(record.frameSize);
+  report["workingSize"] = SizeJson(record.workingSize);
+  json frames = json::array();
+  for (const FrameResult& frame : record.frames) {
+    json entry = FrameJson(record, frame, words);
+    if (frame.Placed()) {
+      entry["corner"] = PointJson(CornerInPicture(record, frame));
+    }
+    frames.push_back(std::move(entry));
+  }
+  if (record.truth) {
+    for (const PositionError& error : record.truth->errors) {
+      json& entry = frames[error.frame];
+      entry["absoluteError"] = error.absolute;
+      if (error.neighbour >= 0) entry["neighbourError"] = error.neighbour;
+    }
+  }
+  report["list"] = std::move(frames);
+  return report;
+}
+
+std::string JsonText(const json& document) {
+  return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace jqhost

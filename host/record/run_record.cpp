@@ -1,0 +1,59 @@
+#include "host/record/run_record.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace jqhost {
+
+int CountPlaced(const RunRecord& record) {
+  return static_cast<int>(std::count_if(record.frames.begin(), record.frames.end(),
+                                        [](const FrameResult& f) { return f.Placed(); }));
+}
+
+Outcome OutcomeOf(const RunRecord& record) {
+  const auto total = static_cast<int>(record.frames.size());
+  const int placed = CountPlaced(record);
+  if (placed == 0) return Outcome::kNoPicture;
+  if (placed == total) return Outcome::kAllPlaced;
+  // The first frame starts the picture; alone it is no stitching, unless the run
+  // was stopped before any other frame was tried.
+  const bool othersTried = std::any_of(
+      record.frames.begin(), record.frames.end(),
+      [](const FrameResult& f) { return !f.Placed() && f.cause != Cause::kNotReached; });
+  return placed == 1 && othersTried ? Outcome::kNonePlaced : Outcome::kSomeLeftOut;
+}
+
+const char* OutcomeName(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::kAllPlaced:
+      return "all placed";
+    case Outcome::kSomeLeftOut:
+      return "some left out";
+    case Outcome::kNonePlaced:
+      return "none placed";
+    case Outcome::kNoPicture:
+      return "no picture";
+  }
+  return "";
+}
+
+cv::Point CornerInPicture(const RunRecord& record, const FrameResult& frame) {
+  return record.firstCorner + frame.position;
+}
+
+std::vector<std::string> ShortNames(const std::vector<FrameResult>& frames) {
+  std::vector<std::string> names;
+  names.reserve(frames.size());
+  const auto folder = [](const FrameResult& f) { return fs::path(f.name).parent_path(); };
+  const bool oneFolder = std::all_of(frames.begin(), frames.end(), [&](const FrameResult& f) {
+    return folder(f) == folder(frames.front());
+  });
+  for (const FrameResult& frame : frames) {
+    names.push_back(oneFolder ? fs::path(frame.name).filename().string() : frame.name);
+  }
+  return names;
+}
+
+}  // namespace jqhost

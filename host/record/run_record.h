@@ -1,0 +1,56 @@
+#ifndef JQHOST_RECORD_RUN_RECORD_H
+#define JQHOST_RECORD_RUN_RECORD_H
+
+#include <opencv2/core.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/record/truth.h"
+#include "host/run/stitch_settings.h"
+#include "host/verdict/frame_result.h"
+
+namespace jqhost {
+
+/// Everything that is told about a run when it is over.
+struct RunRecord {
+  std::string program;  ///< name and version
+  std::string command;  ///< "batch" or "live"
+  StitchSettings settings;
+  cv::Size frameSize;    ///< full size
+  cv::Size workingSize;  ///< of a frame in the picture: divided by the detection level
+  std::vector<FrameResult> frames;
+  int skipped = 0;                 ///< passed over because of --every
+  std::string stoppedBy;           ///< "Ctrl-C" and the like; empty for a run that came to its end
+  std::vector<std::string> notes;  ///< plain sentences for the summary
+  double seconds = 0.0;
+
+  std::string picture;  ///< path; empty when none was written
+  cv::Size pictureSize;
+  cv::Point firstCorner;  ///< of the first frame in the picture
+  std::string trimmedBy;  ///< "content box", "placed frames" or "nothing"
+  std::optional<TruthComparison> truth;
+};
+
+int CountPlaced(const RunRecord& record);
+
+enum class Outcome {
+  kAllPlaced,
+  kSomeLeftOut,
+  kNonePlaced,  ///< no frame besides the first
+  kNoPicture,   ///< not even the first
+};
+
+Outcome OutcomeOf(const RunRecord& record);
+/// "all placed", "some left out", "none placed" or "no picture".
+const char* OutcomeName(Outcome outcome);
+
+/// Corner of a placed frame in the picture.
+cv::Point CornerInPicture(const RunRecord& record, const FrameResult& frame);
+
+/// How the frames are called in lists: without their folder when all share one.
+std::vector<std::string> ShortNames(const std::vector<FrameResult>& frames);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_RECORD_RUN_RECORD_H

@@ -1,0 +1,71 @@
+#ifndef JQHOST_RUN_BATCH_SESSION_H
+#define JQHOST_RUN_BATCH_SESSION_H
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/output/picture.h"
+#include "host/record/run_record.h"
+#include "host/run/run_observer.h"
+#include "host/run/stop_token.h"
+#include "host/verdict/frame_judge.h"
+#include "jqimagestitching.h"
+
+namespace jqhost {
+
+/// A batch run over picture files of one size: fills the stitcher's list, starts
+/// its slot, and follows it through its signals.
+class BatchSession {
+ public:
+  /// @param stop, observer must outlive the session
+  BatchSession(const std::vector<std::string>& files, const StopToken& stop, RunObserver& observer);
+
+  /// Stitches the files. Unusable ones are left out with `skipBad`; else any of
+  /// them refuses the whole run, and `Results` says which.
+  /// @return whether anything was stitched
+  bool Run(bool skipBad);
+
+  /// One per file, in their order.
+  const std::vector<FrameResult>& Results() const { return m_results; }
+  /// Gives the files that were never reached their cause, and tells the observer
+  /// about all that it has not heard of.
+  void CloseResults(const std::string& whyNotReached);
+
+  /// Whether a stop was asked for and ended the run early.
+  bool Stopped() const { return m_stopped; }
+  /// The file at which the library gave up; none in a run that came to its end.
+  const FrameResult* FailedFile() const;
+
+  /// The picture; empty when no file was stitched.
+  Picture FinalPicture(bool trim) const;
+  void Describe(const Picture& picture, RunRecord& record) const;
+
+ private:
+  bool HasBadFiles(bool decode, bool skipBad);
+  bool Stitch();
+  void InvokeSlot();
+  void OnFileDone();
+  cv::Mat ReadTakenIn(std::size_t file) const;
+
+  const std::vector<std::string> m_files;
+  const StopToken& m_stop;
+  RunObserver& m_observer;
+  JQImageStitching m_stitcher;
+  std::optional<FrameJudge> m_judge;  // from the first file on
+
+  std::vector<FrameResult> m_results;
+  std::vector<bool> m_told;             // per file: whether the observer knows
+  std::vector<std::size_t> m_stitched;  // the files handed to the stitcher
+  std::size_t m_done = 0;               // of these
+  bool m_refused = false;
+  bool m_stopped = false;
+  std::optional<std::size_t> m_failed;
+  std::chrono::steady_clock::time_point m_lastDone;
+  const cv::Mat* m_trimmed = nullptr;  // the stitcher's
+};
+
+}  // namespace jqhost
+
+#endif  // JQHOST_RUN_BATCH_SESSION_H

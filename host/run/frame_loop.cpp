@@ -1,0 +1,55 @@
+#include "host/run/frame_loop.h"
+
+#include <chrono>
+
+namespace jqhost {
+namespace {
+
+int ExpectedFrames(const FrameSource& source, const LoopSettings& settings) {
+  int expected = (source.Total() + settings.every - 1) / settings.every;
+  if (settings.maxFrames > 0 && (expected == 0 || expected > settings.maxFrames)) {
+    expected = settings.maxFrames;
+  }
+  return expected;
+}
+
+}  // namespace
+
+LoopEnd RunFrames(FrameSource& source, const LoopSettings& settings, const StopToken& stop,
+                  PushSession& session, RunObserver& observer) {
+  using Clock = std::chrono::steady_clock;
+  observer.OnBegin(ExpectedFrames(source, settings));
+  const auto start = Clock::now();
+  LoopEnd end;
+  SourceFrame frame;
+  while (!stop.Requested() && !session.OutOfMemory()) {
+    if (settings.maxFrames > 0 && end.taken == settings.maxFrames) break;
+    const bool wanted = (end.taken + end.skipped) % settings.every == 0;
+    if (!source.Next(frame, wanted)) break;
+    if (!wanted) {
+      ++end.skipped;
+      continue;
+    }
+    ++end.taken;
+    observer.OnFrame(session.Take(frame), end.taken);
+    if (settings.fps > 0) {
+      const std::chrono::duration<double> passed = Clock::now() - start;
+      stop.Sleep(end.taken / settings.fps - passed.count());
+    }
+  }
+  return end;
+}
+
+void TellUnreached(FrameSource& source, const std::string& why, int taken, RunObserver& observer) {
+  if (!source.IsFileList()) return;
+  SourceFrame frame;
+  while (source.Next(frame, false)) {
+    FrameResult result;
+    result.name = frame.name;
+    result.number = frame.number;
+    SetNotReached(why, result);
+    observer.OnFrame(result, ++taken);
+  }
+}
+
+}  // namespace jqhost

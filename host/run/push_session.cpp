@@ -1,0 +1,66 @@
+#include "host/run/push_session.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "host/run/guarded_call.h"
+#include "host/run/run_picture.h"
+#include "host/source/image_record.h"
+
+namespace jqhost {
+
+FrameResult PushSession::Take(const SourceFrame& frame) {
+  FrameResult result;
+  result.name = frame.name;
+  result.number = frame.number;
+  const std::string unfit = frame.image.empty() ? frame.why : WhyNoRecord(frame.image);
+  if (!unfit.empty()) {
+    SetUnreadable(unfit, result);
+  } else if (m_judge && frame.image.size() != m_judge->FrameSize()) {
+    // The stitcher does not compare sizes itself.
+    SetSizeDiffers(frame.image.size(), m_judge->FrameSize(), result);
+  } else {
+    Stitch(frame.image, result);
+  }
+  return result;
+}
+
+void PushSession::Stitch(const cv::Mat& image, FrameResult& result) {
+  using Clock = std::chrono::steady_clock;
+  const auto start = Clock::now();
+  if (!m_judge && std::min(image.cols, image.rows) < m_settings.detectLevel) {
+    return SetUnreadable(
+        "it is too small for --detect-level " + std::to_string(m_settings.detectLevel), result);
+  }
+  const CallEnd end = CallGuarded([&] {
+    _tagJQIMG record = MakeRecord(image);
+    m_stitcher.Stitching(&record, m_settings.overlapMode, m_settings.detectLevel,
+                         m_settings.cornerBudget);
+    if (!m_judge) {
+      m_judge.emplace(m_settings, AsTakenIn(image));
+      m_judge->JudgeFirst(result);
+    } else {
+      m_judge->Judge(
+          m_stitcher, [&] { return AsTakenIn(image); }, result);
+    }
+  });
+  if (end.raised) SetFailed(end.what, result);
+  m_outOfMemory = m_outOfMemory || end.outOfMemory;
+  result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+Picture PushSession::PictureSoFar(bool trim) const {
+  if (!m_judge) return Picture();
+  return OrFirstFrame(TakePicture(m_stitcher, trim), *m_judge);
+}
+
+Picture PushSession::FinalPicture(bool trim) {
+  if (!m_judge) return Picture();
+  return OrFirstFrame(trim ? TrimPicture(m_stitcher) : TakePicture(m_stitcher, false), *m_judge);
+}
+
+void PushSession::Describe(const Picture& picture, RunRecord& record) const {
+  if (m_judge) DescribeGeometry(m_stitcher, *m_judge, picture, record);
+}
+
+}  // namespace jqhost

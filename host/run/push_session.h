@@ -1,0 +1,51 @@
+#ifndef JQHOST_RUN_PUSH_SESSION_H
+#define JQHOST_RUN_PUSH_SESSION_H
+
+#include <optional>
+
+#include "host/output/picture.h"
+#include "host/record/run_record.h"
+#include "host/run/stitch_settings.h"
+#include "host/source/frame_source.h"
+#include "host/verdict/frame_judge.h"
+#include "jqimagestitching.h"
+
+namespace jqhost {
+
+/// A live run: takes one frame after another, as a camera gives them, and tells
+/// what became of each. To be used from one thread at a time.
+class PushSession {
+ public:
+  explicit PushSession(const StitchSettings& settings) : m_settings(settings) {}
+
+  /// Judges and, if it fits, places the frame. Raises nothing: what goes wrong is
+  /// the result's cause, and the run can go on.
+  FrameResult Take(const SourceFrame& frame);
+
+  /// Whether any frame could be used so far. Nothing below has a meaning before.
+  bool HasStarted() const { return m_judge.has_value(); }
+  /// Whether memory ran out: more frames can be tried, but will hardly fit.
+  bool OutOfMemory() const { return m_outOfMemory; }
+
+  /// The picture so far, which belongs to the stitcher; the run can go on.
+  Picture PictureSoFar(bool trim) const;
+  /// Ends the run. The stitcher trims, where its box holds all frames.
+  Picture FinalPicture(bool trim);
+  /// Writes into the record what must be known to find frames in the picture.
+  void Describe(const Picture& picture, RunRecord& record) const;
+
+  JQImageStitching& Stitcher() { return m_stitcher; }
+  const FrameJudge& Judge() const { return *m_judge; }
+
+ private:
+  void Stitch(const cv::Mat& image, FrameResult& result);
+
+  StitchSettings m_settings;
+  JQImageStitching m_stitcher;
+  std::optional<FrameJudge> m_judge;  // from the first usable frame on
+  bool m_outOfMemory = false;
+};
+
+}  // namespace jqhost
+
+#endif  // JQHOST_RUN_PUSH_SESSION_H

@@ -1,0 +1,82 @@
+#include "host/source/frame_source.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <opencv2/imgcodecs.hpp>
+#include <utility>
+
+#include "host/input_error.h"
+#include "host/source/path_list.h"
+#include "host/source/picture_reader.h"
+
+namespace fs = std::filesystem;
+
+namespace jqhost {
+namespace {
+
+class FileSource : public FrameSource {
+ public:
+  explicit FileSource(std::vector<std::string> files) : m_files(std::move(files)) {}
+
+  bool Next(SourceFrame& frame, bool read) override {
+    if (m_next == m_files.size()) return false;
+    frame = SourceFrame();
+    frame.name = m_files[m_next++];
+    frame.number = static_cast<int>(m_next);
+    // Colour as stored, 8 or 16 bits, turned upright as the camera noted.
+    if (read) {
+      frame.image = ReadPicture(frame.name, cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR, frame.why);
+    }
+    return true;
+  }
+
+  int Total() const override { return static_cast<int>(m_files.size()); }
+  bool IsFileList() const override { return true; }
+
+ private:
+  std::vector<std::string> m_files;
+  std::size_t m_next = 0;
+};
+
+bool IsNumber(const std::string& text) {
+  return !text.empty() && text.size() < 4 &&
+         std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); });
+}
+
+}  // namespace
+
+std::unique_ptr<FrameSource> MakeFileSource(std::vector<std::string> files) {
+  return std::make_unique<FileSource>(std::move(files));
+}
+
+std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
+                                             const std::vector<std::string>& leftOut) {
+  std::error_code error;
+  if (source.size() == 1 && !fs::exists(source.front(), error) && IsNumber(source.front())) {
+    return MakeVideoSource(std::string(), std::stoi(source.front()));
+  }
+  if (source.size() == 1 && fs::is_regular_file(source.front(), error)) {
+    const std::string& path = source.front();
+    const std::string why = WhyNotPicture(path);
+    if (!why.empty() && fs::file_size(path, error) > 0) return MakeVideoSource(path, 0);
+  }
+  std::vector<std::string> files = ExpandFolders(source, leftOut);
+  // A frame that turns out unusable is left out of a running series; a path that
+  // names nothing is a slip of the hand.
+  for (const std::string& file : files) {
+    if (!fs::exists(file, error)) {
+      throw InputError("cannot read '" + file + "': " +
+                       (error && error != std::errc::no_such_file_or_directory
+                            ? error.message()
+                            : std::string("there is no such file")));
+    }
+  }
+  if (files.size() == 1) {
+    const std::string why = WhyNotPicture(files.front());
+    if (!why.empty()) throw InputError("cannot read '" + files.front() + "': " + why);
+  }
+  return MakeFileSource(std::move(files));
+}
+
+}  // namespace jqhost

@@ -1,0 +1,47 @@
+#ifndef JQHOST_SOURCE_FRAME_SOURCE_H
+#define JQHOST_SOURCE_FRAME_SOURCE_H
+
+#include <memory>
+#include <opencv2/core.hpp>
+#include <string>
+#include <vector>
+
+namespace jqhost {
+
+/// One frame of a live run.
+struct SourceFrame {
+  std::string name;  ///< the file's path, or "frame 12" of a video or camera
+  int number = 0;    ///< counted in the source, from 1
+  cv::Mat image;     ///< empty when the frame cannot be used
+  std::string why;   ///< then the cause
+};
+
+/// Where the frames of a live run come from.
+class FrameSource {
+ public:
+  virtual ~FrameSource() = default;
+  /// The next frame, or false at the end. Without `read` the frame is passed over
+  /// and `image` stays empty.
+  virtual bool Next(SourceFrame& frame, bool read) = 0;
+  /// Frames in all; 0 when nobody knows.
+  virtual int Total() const = 0;
+  /// Whether the source is a list of files, whose end is known by name.
+  virtual bool IsFileList() const = 0;
+};
+
+/// Opens pictures, folders, one video file, or a camera by its number. A path
+/// that exists wins over a camera of that number. Raises `InputError`.
+/// @param leftOut pictures that the run itself writes, not taken from folders
+std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
+                                             const std::vector<std::string>& leftOut);
+
+/// The same for a list of pictures.
+std::unique_ptr<FrameSource> MakeFileSource(std::vector<std::string> files);
+
+/// A video file (`path`) or camera (`number`, when `path` is empty). Raises
+/// `InputError`.
+std::unique_ptr<FrameSource> MakeVideoSource(const std::string& path, int number);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_SOURCE_FRAME_SOURCE_H

@@ -1,0 +1,113 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+
+#include "host/system/plain_file.h"
+
+namespace jqhost {
+namespace {
+
+constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
+
+std::error_code LastError() {
+  return std::error_code(errno, std::generic_category());
+}
+
+}  // namespace
+
+FileKind KindOfFile(const std::string& path, std::error_code& error) {
+  error.clear();
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) {
+    if (errno == ENOENT) return FileKind::kMissing;
+    error = LastError();
+    return FileKind::kUnknown;
+  }
+  if (S_ISREG(status.st_mode)) return FileKind::kPlain;
+  if (S_ISDIR(status.st_mode)) return FileKind::kFolder;
+  return S_ISFIFO(status.st_mode) ? FileKind::kPipe : FileKind::kOther;
+}
+
+std::error_code WhyNotReadable(const std::string& path) {
+  // Without O_NONBLOCK a pipe put in the file's place would wait for a writer.
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (file < 0) return LastError();
+  close(file);
+  return std::error_code();
+}
+
+std::size_t LongestFileName() {
+  return NAME_MAX;
+}
+
+NewFile::~NewFile() {
+  if (m_file >= 0) close(m_file);
+}
+
+std::error_code NewFile::Create(const std::string& path) {
+  m_file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  return m_file < 0 ? LastError() : std::error_code();
+}
+
+std::error_code NewFile::Write(const void* bytes, std::size_t size) {
+  const char* next = static_cast<const char*>(bytes);
+  while (size > 0) {
+    const ssize_t written = write(m_file, next, std::min(size, kLargestWrite));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return LastError();
+    next += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return std::error_code();
+}
+
+std::error_code NewFile::FlushAndClose() {
+  // Some file systems have no fsync; that is no reason to lose the file.
+  while (fsync(m_file) != 0) {
+    if (errno == EINVAL || errno == ENOTSUP) break;
+    if (errno != EINTR) return LastError();
+  }
+  const int file = m_file;
+  m_file = -1;
+  return close(file) != 0 && errno != EINTR ? LastError() : std::error_code();
+}
+
+void NewFile::CopyRights(const std::string& from) {
+  struct stat status {};
+  if (stat(from.c_str(), &status) != 0) return;
+  if (fchmod(m_file, status.st_mode & 07777) != 0) errno = 0;
+}
+
+std::error_code ReplaceFile(const std::string& from, const std::string& to) {
+  if (rename(from.c_str(), to.c_str()) != 0) return LastError();
+  const std::filesystem::path folder = std::filesystem::path(to).parent_path();
+  const int file = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (file >= 0) {
+    fsync(file);
+    close(file);
+  }
+  return std::error_code();
+}
+
+void RemoveFile(const std::string& path) {
+  unlink(path.c_str());
+}
+
+std::int64_t ProcessNumber() {
+  return getpid();
+}
+
+bool IsProcessRunning(std::int64_t number) {
+  // A process of somebody else cannot be signalled, but is there.
+  return number > 0 && number <= INT_MAX &&
+         (kill(static_cast<pid_t>(number), 0) == 0 || errno == EPERM);
+}
+
+}  // namespace jqhost

@@ -1,0 +1,62 @@
+#ifndef JQHOST_VERDICT_FRAME_JUDGE_H
+#define JQHOST_VERDICT_FRAME_JUDGE_H
+
+#include <functional>
+#include <opencv2/core.hpp>
+#include <optional>
+
+#include "host/run/stitch_settings.h"
+#include "host/verdict/frame_result.h"
+#include "host/verdict/position_tracker.h"
+#include "jqstitchingalgorithm.h"
+
+class JQImageStitching;
+
+namespace jqhost {
+
+/// Finds out from the stitcher what became of each frame and where it lies.
+class FrameJudge {
+ public:
+  /// @param firstFrame the frame that started the run, as taken in
+  FrameJudge(const StitchSettings& settings, cv::Mat firstFrame);
+
+  /// The result of the frame that started the run.
+  void JudgeFirst(FrameResult& result) const;
+
+  /// The result of the newest of the later frames.
+  /// @param frame gives the frame as taken in; called only when it is needed
+  void Judge(const JQImageStitching& stitcher, const std::function<cv::Mat()>& frame,
+             FrameResult& result);
+
+  /// The first frame; its corner in the mosaic; size of a frame at either scale.
+  const cv::Mat& FirstFrame() const { return m_firstFrame; }
+  cv::Point Origin() const { return m_tracker.Origin(); }
+  cv::Size FrameSize() const { return m_firstFrame.size(); }
+  cv::Size WorkingSize() const { return m_workingSize; }
+
+ private:
+  Cause WhyLeftOut(const stitchflags& flags, const std::function<cv::Mat()>& frame,
+                   FrameResult& result);
+  bool ReferenceHasCorners();
+
+  StitchSettings m_settings;
+  cv::Mat m_firstFrame;
+  cv::Size m_workingSize;
+  PositionTracker m_tracker;
+  stitchflags m_before;
+  bool m_anyPlaced = false;
+  std::optional<bool> m_firstHasCorners;
+};
+
+/// Fills in the measurements of a registered frame: matches, offset and shift.
+/// @param frame full size of the frames
+void FillMeasurements(const stitchflags& flags, cv::Size frame, const StitchSettings& settings,
+                      FrameResult& result);
+
+/// Why a frame that was measured was left out: the stitcher's tests in its order.
+Cause WhyMeasuredFrameLeftOut(const stitchflags& flags, const StitchSettings& settings,
+                              const FrameResult& result);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_VERDICT_FRAME_JUDGE_H

@@ -1,0 +1,61 @@
+#ifndef JQHOST_VERDICT_FRAME_RESULT_H
+#define JQHOST_VERDICT_FRAME_RESULT_H
+
+#include <opencv2/core.hpp>
+#include <string>
+
+namespace jqhost {
+
+/// What became of a frame, and why.
+enum class Cause {
+  kPlaced,
+  kNoCorners,
+  kNoReferenceCorners,
+  kOverlapTestFailed,
+  kTooFewMatches,
+  kShiftTooSmall,
+  kShiftTooLarge,
+  kSizeDiffers,
+  kUnreadable,
+  kFailed,      ///< the call that should have stitched it raised
+  kNotReached,  ///< the run ended before it
+};
+
+/// The cause as reports and events spell it, for example "too few matches".
+const char* CauseName(Cause cause);
+
+/// The stitcher's limits of acceptance.
+constexpr int kNeededMatches = 11;
+constexpr double kLeastShift = 0.1;  ///< share of the frame, exclusive
+constexpr double kMostShift = 0.9;   ///< share of the frame, exclusive
+
+/// What became of one frame, as numbers. Lengths are pixels of the working scale.
+struct FrameResult {
+  std::string name;
+  int number = 0;  ///< in its source, from 1
+  Cause cause = Cause::kNotReached;
+  std::string detail;      ///< what the system or a decoder said; empty for other causes
+  cv::Size size;           ///< of a frame whose size differs, pixels of the file
+  cv::Size expected;       ///< then the size of the others
+  bool inherited = false;  ///< placed by its predecessor's offset, having no corners itself
+
+  bool registered = false;  ///< whether the three below were measured
+  int matches = 0;          ///< of which `kNeededMatches` are needed
+  cv::Point offset;         ///< against the frame placed before; not for placed frames
+  double shiftShare = 0.0;  ///< of the frame, along the larger component
+
+  cv::Point position;  ///< of a placed frame: top-left corner, first frame at (0, 0)
+  double seconds = 0.0;
+
+  bool Placed() const { return cause == Cause::kPlaced; }
+};
+
+/// Results that a host reaches without the stitcher.
+void SetUnreadable(const std::string& detail, FrameResult& result);
+void SetSizeDiffers(cv::Size size, cv::Size expected, FrameResult& result);
+void SetFailed(const std::string& detail, FrameResult& result);
+void SetNotReached(const std::string& detail, FrameResult& result);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_VERDICT_FRAME_RESULT_H
