@@ -1,17 +1,35 @@
 #!/bin/bash
-# Installs what building and testing needs on Debian 12, and nothing when all of it
-# is there. Packages for one major version of Qt are enough to build against it.
+# Installs what building and testing needs on Debian, and nothing when all of it is
+# there. Packages for one major version of Qt are enough to build against it.
 #
-# usage: scripts/install_dependencies.sh [--qt 5|6] [--format]
+# usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
+#                                        [--fuzz] [--aarch64] [--chroot] [--list]
+#
+#   --clang    clang 14 beside GCC
+#   --ccache   the compiler cache, which the other scripts use where it is present
+#   --format   clang-format
+#   --tidy     clang-tidy
+#   --fuzz     clang 14 with its fuzzing library
+#   --aarch64  the cross compiler, the emulator, and what makes the system root
+#   --chroot   what makes a chroot of another Debian
+#   --list     prints the packages instead of installing them
 set -euo pipefail
 
 qt=5
+list=
 packages=(g++ cmake ninja-build pkg-config libopencv-dev libhwy-dev libgtest-dev
   libbenchmark-dev libcli11-dev nlohmann-json3-dev)
 while [ $# -gt 0 ]; do
   case "$1" in
-    --qt) qt=$2; shift 2 ;;
+    --qt) qt=${2:-}; shift 2 || shift ;;
+    --clang) packages+=(clang-14); shift ;;
+    --ccache) packages+=(ccache); shift ;;
     --format) packages+=(clang-format git); shift ;;
+    --tidy) packages+=(clang-tidy); shift ;;
+    --fuzz) packages+=(clang-14 libclang-rt-14-dev); shift ;;
+    --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
+    --chroot) packages+=(mmdebstrap); shift ;;
+    --list) list=1; shift ;;
     *) echo "unknown option: $1" >&2; exit 2 ;;
   esac
 done
@@ -20,6 +38,10 @@ case "$qt" in
   6) packages+=(qt6-base-dev) ;;
   *) echo "--qt takes 5 or 6, not '$qt'" >&2; exit 2 ;;
 esac
+if [ -n "$list" ]; then
+  printf '%s\n' "${packages[@]}"
+  exit 0
+fi
 
 missing=()
 for package in "${packages[@]}"; do
@@ -31,7 +53,6 @@ done
 echo "installing: ${missing[*]}"
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-export DEBIAN_FRONTEND=noninteractive
 "${as_root[@]}" apt-get update -q
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
   apt-get install -qy --no-install-recommends "${missing[@]}"
