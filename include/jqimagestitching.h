@@ -192,7 +192,8 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   void sglMultiImageProcessStatus(const QString& text);
   /// Once per batch run: the trimmed mosaic (a `cv::Mat*` that belongs to the
   /// stitcher), or null when the run was refused because the files differ in size,
-  /// one is unreadable or the list is empty.
+  /// one is unreadable or the list is empty. Does not come when an exception leaves the
+  /// slot: a file that can no longer be read, or a content box that is unusable.
   void sglMultiImageProcessFinished(void* dst);
   /// Reserved for the host; the library does not emit it.
   void sglSystemMemoryNotEnough();

@@ -8,9 +8,14 @@
 
 int main(int argc, char** argv) {
   JQImageStitching stitcher;  // one live run; a new run takes a new stitcher
+  cv::Size size;              // of every frame of the run
   for (int i = 1; i < argc; ++i) {
     const cv::Mat frame = cv::imread(argv[i], cv::IMREAD_COLOR);  // the camera's part
-    if (frame.empty()) continue;
+    if (size.empty()) size = frame.size();
+    if (frame.empty() || frame.size() != size) {
+      std::printf("%s: no frame of this run\n", argv[i]);  // the library does not compare
+      continue;
+    }
     _tagJQIMG record = {};
     record.width = static_cast<std::uint16_t>(frame.cols);
     record.height = static_cast<std::uint16_t>(frame.rows);
