@@ -20,6 +20,6 @@ endforeach()
 
 file(GLOB_RECURSE headers RELATIVE ${PREFIX}/include ${PREFIX}/include/*)
 list(LENGTH headers count)
-if(NOT count EQUAL 4)
+if(NOT count EQUAL 5)
   message(FATAL_ERROR "headers besides the public ones were installed: ${headers}")
 endif()
