@@ -13,9 +13,9 @@
 
 namespace {
 
-// A list that is kept from call to call may still take more memory once in a while;
-// one block lost in a hundred steps is more than this.
-constexpr long kBlocks = 12;
+// A list that is kept from call to call may still take more memory once in a while.
+// One block lost in every thirty calls is more than this.
+constexpr long kBlocks = 3;
 constexpr std::size_t kResidentBytes = std::size_t{3} << 20;
 
 // Two periods of `steps` calls each, after a warm-up.

@@ -1,0 +1,131 @@
+#include "stitcher_world.h"
+
+#include <QFile>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <cstring>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "require.h"
+#include "support/scenes.h"
+
+namespace {
+
+// Never destroyed: fuzzers end without running destructors in order. The folder is
+// removed by the script that starts the fuzzer.
+struct Things {
+  cv::Mat scene;
+  QTemporaryDir folder;
+  QStringList files;
+};
+Things* g_things = nullptr;
+
+}  // namespace
+
+void World::Create() {
+  RandomSource random(1);
+  g_things = new Things;
+  g_things->scene = scenes::Quiet(random, 1000, 1200);
+  // Dark holes: samples of 0, which the library lifts.
+  pictures::BlackHoles(random, g_things->scene);
+
+  const cv::Size size(120, 100);
+  for (const int step : {0, 40, 80, 110}) {
+    const QString name = path(qPrintable(QString("%1.bmp").arg(step)));
+    cv::imwrite(name.toStdString(), View(cv::Point(300 + step, 300 - step), size));
+    g_things->files.append(name);
+  }
+  cv::imwrite(path("wide.bmp").toStdString(), View(cv::Point(300, 300), cv::Size(121, 100)));
+  QFile damaged(path("damaged.png"));
+  Require(damaged.open(QIODevice::WriteOnly) && damaged.write("\x89PNG and no more") > 0,
+          "the folder can be written");
+  g_things->files << path("wide.bmp") << path("damaged.png") << path("missing.bmp");
+}
+
+cv::Mat World::View(cv::Point corner, cv::Size size) {
+  const cv::Mat& scene = g_things->scene;
+  const int x = std::clamp(corner.x, 0, scene.cols - size.width);
+  const int y = std::clamp(corner.y, 0, scene.rows - size.height);
+  return scene(cv::Rect(x, y, size.width, size.height)).clone();
+}
+
+QString World::file(int index) {
+  return g_things->files[index % g_things->files.size()];
+}
+
+QString World::path(const char* name) {
+  return g_things->folder.filePath(name);
+}
+
+void WorldRecord::describe(const cv::Mat& frame, int padding) {
+  const std::size_t row = static_cast<std::size_t>(frame.cols) * frame.elemSize();
+  m_buffer.assign((row + padding) * frame.rows, 0xEE);
+  for (int r = 0; r < frame.rows; ++r)
+    std::memcpy(&m_buffer[r * (row + padding)], frame.ptr(r), row);
+  m_buffer.shrink_to_fit();
+  std::memset(&m_record, 0x5A, sizeof m_record);
+  m_record.width = static_cast<std::uint16_t>(frame.cols);
+  m_record.height = static_cast<std::uint16_t>(frame.rows);
+  m_record.bytesPerLine = static_cast<std::int32_t>(row + padding);
+  m_record.format = 0;
+  m_record.channels = static_cast<std::uint8_t>(frame.channels());
+  m_record.bytesPerChannel = static_cast<std::uint8_t>(frame.elemSize1());
+  m_record.bufferSize = static_cast<std::uint32_t>(m_buffer.size());
+  m_record.pixels = m_buffer.data();
+}
+
+WorldRecord::WorldRecord(const cv::Mat& frame) {
+  describe(frame, 0);
+}
+
+WorldRecord::WorldRecord(const cv::Mat& frame, FuzzInput& in) {
+  cv::Mat shown = frame;
+  const int shape = in.u8();
+  if (shape % 8 == 1) cv::cvtColor(frame, shown, cv::COLOR_BGR2GRAY);
+  if (shape % 8 == 2) cv::cvtColor(frame, shown, cv::COLOR_BGR2BGRA);
+  if (shape % 8 == 3) frame.convertTo(shown, CV_16U, 257);
+  describe(shown, shape % 8 == 4 ? in.u8() : 0);
+  if (shape % 8 != 5) return;
+  switch (in.u8() % 6) {
+    case 0:
+      m_record.pixels = nullptr;
+      break;
+    case 1:
+      m_record.width = 0;
+      break;
+    case 2:
+      m_record.channels = 2;
+      break;
+    case 3:
+      m_record.bufferSize -= 1;
+      break;
+    case 4:
+      m_record.bytesPerLine = in.number();
+      if (m_record.bytesPerLine > 0) m_record.bytesPerLine %= frame.cols * 3;
+      break;
+    default:
+      m_record.format = 1;
+  }
+}
+
+void RequireRecordOf(const _tagJQIMG& shown, const _tagJQIMG& host, const cv::Mat& picture) {
+  _tagJQIMG expected = host;
+  expected.width = static_cast<std::uint16_t>(picture.cols);
+  expected.height = static_cast<std::uint16_t>(picture.rows);
+  expected.bytesPerLine = expected.width * 3;
+  expected.format = 0;
+  expected.channels = 3;
+  expected.bytesPerChannel = 1;
+  expected.bufferSize = std::uint32_t{expected.width} * 3u * expected.height;
+  expected.pixels = picture.data;
+  Require(std::memcmp(&shown, &expected, sizeof shown) == 0, "the record shows the mosaic");
+  ReadAll(shown);
+}
+
+void ReadAll(const _tagJQIMG& record) {
+  unsigned sum = 0;
+  for (std::uint32_t k = 0; k < record.bufferSize; ++k) sum += record.pixels[k];
+  static volatile unsigned sink;
+  sink = sum;
+}
