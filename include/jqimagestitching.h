@@ -102,7 +102,7 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   ~JQImageStitching() override;
 
   // --- size and position -----------------------------------------------------
-  /// Bytes of the content box as 8-bit three-channel pixels.
+  /// Bytes of the content box as 8-bit three-channel pixels; wraps beyond 2^31.
   int GetCurImageSize() const;
   /// Size of the content box; (0, 0) before the mosaic exists. Can be negative,
   /// see `GetPlacedBounds`.
@@ -128,6 +128,9 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   _tagJQIMG* Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLevel, int nCornerBudget);
 
   // --- canvas driven by the host --------------------------------------------
+  // Sums of positions, offsets and sizes wrap where they leave 32 bits. A null frame
+  // changes nothing.
+
   /// Places a first frame in the middle of a black canvas of twice its size.
   void initResultMat(cv::Mat* frame);
   /// Grows the canvas by whole frame sizes so that the frame fits at
@@ -144,10 +147,12 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// Makes the current picture a deep copy of the mosaic's content box. False
   /// before the mosaic exists; an unusable box raises `cv::Exception`.
   bool CutEdge();
-  /// The same; returns the stitcher's record of the picture, or `img` unchanged.
+  /// The same; returns the stitcher's record of the picture, or `img` unchanged. Trims
+  /// without an `img` too, and returns null then.
   _tagJQIMG* CutEdge(_tagJQIMG* img);
   /// The stitcher's record of the current picture (the newest frame during a
-  /// run, the trimmed mosaic after trimming), or null. No pixels are copied.
+  /// run, the trimmed mosaic after trimming), or null without one or without an `img`.
+  /// No pixels are copied.
   _tagJQIMG* GetImageStitching(_tagJQIMG* img);
   /// Writes the current picture in the format of the path's extension. False
   /// when there is no picture, the path is empty or the write fails; an unknown
@@ -187,7 +192,7 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// not read it.
   void RequestStop();
 
- signals:
+ Q_SIGNALS:
   /// One progress line per file of a batch run.
   void sglMultiImageProcessStatus(const QString& text);
   /// Once per batch run: the trimmed mosaic (a `cv::Mat*` that belongs to the
@@ -198,7 +203,7 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// Reserved for the host; the library does not emit it.
   void sglSystemMemoryNotEnough();
 
- private slots:
+ private Q_SLOTS:
   void slotStartStitching();
 
  private:

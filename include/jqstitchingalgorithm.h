@@ -6,10 +6,16 @@
 #include <opencv2/core.hpp>
 #include <vector>
 
-#if defined(_WIN32)
-#define JQ_STITCHING_EXPORT
-#else
+// A class of the shared library. On Windows the library exports it and a host imports
+// it; programs that link the objects themselves define JQ_STITCHING_STATIC.
+#if !defined(_WIN32)
 #define JQ_STITCHING_EXPORT __attribute__((visibility("default")))
+#elif defined(JQ_STITCHING_STATIC)
+#define JQ_STITCHING_EXPORT
+#elif defined(JQ_STITCHING_BUILD)
+#define JQ_STITCHING_EXPORT __declspec(dllexport)
+#else
+#define JQ_STITCHING_EXPORT __declspec(dllimport)
 #endif
 
 namespace jqstitching {
@@ -60,10 +66,11 @@ struct stitchflags {
 /// vector level in use. `cv::filter2D` and `cv::resize` may round differently on
 /// another CPU; their results are taken as they are on the CPU at hand.
 ///
-/// Errors: `cv::Exception` from the image library or, for arguments that would
-/// otherwise be read out of bounds, with a text of our own; `std::out_of_range`
-/// where a method says so; `std::bad_alloc`. Outputs are written last: a method
-/// that throws leaves the caller's mosaic, points and lists as they were.
+/// Errors: `cv::Exception` for matrices of more than two dimensions, from the image
+/// library, or, for arguments that would otherwise be read out of bounds, with a text
+/// of our own; `std::out_of_range` where a method says so; `std::bad_alloc`. Outputs
+/// are written last: a method that throws leaves the caller's mosaic, points and lists
+/// as they were.
 ///
 /// Ties between equal keys are broken by list order everywhere (stable sorts).
 class JQ_STITCHING_EXPORT JQStitchingAlgorithm {
@@ -171,9 +178,10 @@ class JQ_STITCHING_EXPORT JQStitchingAlgorithm {
   void TakeOutOverLapImage(cv::Point origin, int dx, int dy, cv::Mat first, cv::Mat second,
                            cv::Mat& firstPart, cv::Mat& secondPart);
 
-  /// Mean absolute grey difference of two blurred frames, 0 to 255, truncated.
-  /// One-channel inputs come back blurred. Empty or differing sizes raise
-  /// `cv::Exception`. The sum is 64 bits wide.
+  /// Mean absolute grey difference of two blurred frames, 0 to 255, truncated, over
+  /// the rows and columns of `second`; `first` may be larger. One-channel inputs come
+  /// back blurred. An empty `second` and a smaller `first` raise `cv::Exception`. The
+  /// sum is 64 bits wide.
   int ImageMotionModel(cv::Mat first, cv::Mat second);
 
   // --- blending -------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "blend/kernels/fusion.h"
 #include "engine/detect_level.h"
+#include "engine/picture_check.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 
@@ -26,6 +27,7 @@ void JQStitchingAlgorithm::StitchingImage_imageblend(
     cv::Point, cv::Point& newMosaicMin, cv::Point& newMosaicMax, cv::Point& newPosition,
     cv::Mat& newMosaic, cv::Mat& blendRegion) {
   jqstitching::CheckDetectLevel(m_nDetectLevel);
+  jqstitching::CheckPictures(mosaic, frame);
   if (m_nDetectLevel != 1) {
     cv::resize(frame, frame, cv::Size(frame.cols / m_nDetectLevel, frame.rows / m_nDetectLevel),
                1.0, 0.0, cv::INTER_LINEAR);

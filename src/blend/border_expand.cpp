@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 
 namespace {
@@ -21,6 +22,7 @@ void JQStitchingAlgorithm::BorderExpand(cv::Mat mosaic, int growRows, int growCo
                                         int mosaicRows, cv::Point position, cv::Mat& grown,
                                         cv::Point& newPosition, cv::Point boxMin, cv::Point boxMax,
                                         cv::Point& newBoxMin, cv::Point& newBoxMax) {
+  jqstitching::CheckPicture(mosaic);
   const std::int64_t x = std::int64_t{position.x} + offsetX;
   const std::int64_t y = std::int64_t{position.y} + offsetY;
   // Touching an edge counts as crossing it.

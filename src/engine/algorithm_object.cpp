@@ -1,3 +1,4 @@
+#include "engine/picture_check.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 #include "registration/kernels/zero_samples.h"
@@ -45,6 +46,7 @@ void JQStitchingAlgorithm::SetParameter(int nDetectLevel, int nCornerBudget, int
 }
 
 void JQStitchingAlgorithm::JudgeImageChannel(cv::Mat source, cv::Mat& destination) {
+  jqstitching::CheckPicture(source);
   jqstitching::LiftZeroSamples(source);
   destination = source;
 }

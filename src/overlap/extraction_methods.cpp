@@ -1,3 +1,4 @@
+#include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 #include "overlap/kernels/overlap_extraction.h"
 
@@ -5,6 +6,7 @@ void JQStitchingAlgorithm::TakeOutOverLapImageFromMoasicImage(cv::Point origin, 
                                                               cv::Mat first, cv::Mat second,
                                                               cv::Mat& firstPart,
                                                               cv::Mat& secondPart) {
+  jqstitching::CheckPictures(first, second);
   const jqstitching::Overlap overlap = jqstitching::CutOverlap(origin, dx, dy, first, second);
   cv::Mat firstCopy, secondCopy;
   overlap.first.copyTo(firstCopy);

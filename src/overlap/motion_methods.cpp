@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <opencv2/imgproc.hpp>
 
+#include "engine/picture_check.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 #include "overlap/kernels/blur.h"
@@ -8,6 +9,7 @@
 
 int JQStitchingAlgorithm::ImageMotionModel(cv::Mat first, cv::Mat second) {
   using namespace jqstitching;
+  CheckPictures(first, second);
   CheckMotionFrames(first, second);
   if (first.type() == CV_8UC3 && second.type() == CV_8UC3) {
     Workspace& workspace = m_workspace.get();

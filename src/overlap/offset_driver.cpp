@@ -1,4 +1,5 @@
 #include "engine/detect_level.h"
+#include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 #include "overlap/frame_tests.h"
 #include "overlap/offset_step.h"
@@ -13,6 +14,9 @@ jqstitching::FrameMeasures jqstitching::OffsetStep(JQStitchingAlgorithm& engine,
                                                    cv::Point& minPoint, cv::Point& maxPoint,
                                                    cv::Mat& mosaicImage, stitchflags& flags) {
   CheckDetectLevel(engine.m_nDetectLevel);
+  CheckPictures(refImage, prevImage);
+  CheckPicture(curImage);
+  if (frameIndex != 0) CheckPicture(mosaicImage);
   const bool liftShared = known.unlifted && engine.m_nDetectLevel == 1 &&
                           refImage.type() == CV_8UC3 && CanRegisterShared(refImage, curImage);
   if (known.unlifted && !liftShared) LiftZeroSamples(curImage);

@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/picture_check.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 #include "overlap/part_quality.h"
@@ -26,6 +27,7 @@ cv::Mat HalveTo(const cv::Mat& picture, const cv::Size& half, QualityScratch& sc
 }
 
 HalvedPair HalvePair(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch) {
+  jqstitching::CheckPictures(first, second);
   const cv::Size half(first.cols / 2, first.rows / 2);
   HalvedPair pair{HalveTo(first, half, scratch, 0), HalveTo(second, half, scratch, 1)};
   if (pair.first.type() != CV_8UC1 || pair.second.type() != CV_8UC1) {

@@ -1,4 +1,5 @@
 #include "jqstitchingalgorithm.h"
+#include "picture/wrapping.h"
 #include "registration/kernels/consensus.h"
 
 void JQStitchingAlgorithm::RansacMatchPointArrayFun(std::vector<cv::Point> first,

@@ -1,6 +1,7 @@
 #include <opencv2/imgproc.hpp>
 #include <utility>
 
+#include "engine/picture_check.h"
 #include "engine/workspace.h"
 #include "jqstitchingalgorithm.h"
 #include "picture/grey.h"
@@ -9,6 +10,7 @@
 void JQStitchingAlgorithm::FindHarrisCornerCoordianteFun(cv::Mat image,
                                                          std::vector<cv::Point>& corners) {
   using namespace jqstitching;
+  CheckPicture(image);
   Workspace& workspace = m_workspace.get();
   m_nDownScale = CornerScale(m_nDetectLevel);
   if (m_nDownScale == 2) {

@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 #include "picture/grey.h"
 #include "registration/registration_step.h"
@@ -42,6 +43,7 @@ jqstitching::CornersFound jqstitching::Register(JQStitchingAlgorithm& engine, Wo
 
 int JQStitchingAlgorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
                                          int& supportCount) {
+  jqstitching::CheckPictures(first, second);
   jqstitching::Register(*this, m_workspace.get(), first, second, offsetX, offsetY, supportCount);
   return 0;
 }

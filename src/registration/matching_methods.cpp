@@ -1,9 +1,11 @@
+#include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 #include "registration/kernels/matching.h"
 
 void JQStitchingAlgorithm::CalacDistanceIndexFun(cv::Mat first, cv::Mat second,
                                                  std::vector<cv::Point>& pairs) {
   using namespace jqstitching;
+  CheckPictures(first, second);
   if (first.rows == 0 || second.rows == 0) return;
   if (first.cols < second.cols || first.channels() != 1 || second.channels() != 1) {
     CV_Error(cv::Error::StsUnmatchedSizes,

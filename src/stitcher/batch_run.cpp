@@ -16,7 +16,7 @@ cv::Mat ReadFrame(const QString& path) {
 void JQImageStitching::slotStartStitching() {
   m_pRun->stopRequested = false;
   if (!IsImageSizeMatched(m_fileList)) {
-    emit sglMultiImageProcessFinished(nullptr);
+    Q_EMIT sglMultiImageProcessFinished(nullptr);
     return;
   }
   const QString count = QString::number(m_fileList.size());
@@ -26,7 +26,7 @@ void JQImageStitching::slotStartStitching() {
   m_curFrame = ReadFrame(m_fileList[0]);
   m_pAlgorithm->JudgeImageChannel(m_curFrame, m_curFrame);
   RunState::takeFirstFrame(*this);
-  emit sglMultiImageProcessStatus(QObject::tr("Image Stitching 1/") + count);
+  Q_EMIT sglMultiImageProcessStatus(QObject::tr("Image Stitching 1/") + count);
 
   // The previous frame stays the first file throughout, and a blend leaves the
   // record's offset as it is: both differ from the live run.
@@ -34,8 +34,8 @@ void JQImageStitching::slotStartStitching() {
     m_pRun->expectFrame();
     cv::Mat newFrame = ReadFrame(m_fileList[i]);
     if (RunState::takeFrame(*this, newFrame)) ++m_nFrameCount;
-    emit sglMultiImageProcessStatus(QObject::tr("Image Stitching ") + QString::number(i + 1) + "/" +
-                                    count);
+    Q_EMIT sglMultiImageProcessStatus(QObject::tr("Image Stitching ") + QString::number(i + 1) +
+                                      "/" + count);
   }
 
   if (m_pRun->stopRequested && m_nFrameCount == 0) {
@@ -44,5 +44,5 @@ void JQImageStitching::slotStartStitching() {
   } else {
     RunState::trim(*this);
   }
-  emit sglMultiImageProcessFinished(&m_curFrame);
+  Q_EMIT sglMultiImageProcessFinished(&m_curFrame);
 }

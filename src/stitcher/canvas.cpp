@@ -1,8 +1,15 @@
 #include <opencv2/imgproc.hpp>
 
+#include "engine/picture_check.h"
+#include "picture/wrapping.h"
 #include "stitcher/run_state.h"
 
+using jqstitching::CheckPicture;
+using jqstitching::WrappingSum;
+
 void JQImageStitching::initResultMat(cv::Mat* frame) {
+  if (frame == nullptr) return;
+  CheckPicture(*frame);
   const int rows = frame->rows, cols = frame->cols;
   cv::Mat canvas = cv::Mat::zeros(2 * rows, 2 * cols, frame->channels() == 1 ? CV_8UC1 : CV_8UC3);
   // An odd size leaves the extra pixel on the left and top margins.
@@ -19,6 +26,9 @@ void JQImageStitching::initResultMat(cv::Mat* frame) {
 }
 
 void JQImageStitching::extendResultMat(cv::Mat* frame) {
+  if (frame == nullptr) return;
+  CheckPicture(*frame);
+  CheckPicture(m_resultMat);
   const int rows = frame->rows, cols = frame->cols;
   const int dx = m_frameOffset.x, dy = m_frameOffset.y;
   cv::Point pos = m_framePos;
@@ -30,24 +40,27 @@ void JQImageStitching::extendResultMat(cv::Mat* frame) {
                        left ? m_frameCols : 0, right ? m_frameCols : 0, cv::BORDER_CONSTANT,
                        cv::Scalar(0));
     if (left) {
-      pos.x += m_frameCols;
-      content.x1 += m_frameCols;
-      content.x2 += m_frameCols;
+      for (std::int32_t* x : {&pos.x, &content.x1, &content.x2}) {
+        *x = WrappingSum(*x, m_frameCols);
+      }
     }
     if (top) {
-      pos.y += m_frameRows;
-      content.y1 += m_frameRows;
-      content.y2 += m_frameRows;
+      for (std::int32_t* y : {&pos.y, &content.y1, &content.y2}) {
+        *y = WrappingSum(*y, m_frameRows);
+      }
     }
   };
-  const auto left = [&] { return pos.x + dx <= 0; };
-  const auto right = [&] { return pos.x + dx + cols >= m_canvasCols; };
+  // What the host has written can lie at the limits of its type: sums wrap there.
+  const auto left = [&] { return WrappingSum(pos.x, dx) <= 0; };
+  const auto right = [&] { return WrappingSum(pos.x, dx, cols) >= m_canvasCols; };
+  const auto top = [&] { return WrappingSum(pos.y, dy) <= 0; };
+  const auto bottom = [&] { return WrappingSum(pos.y, dy, rows) >= m_canvasRows; };
 
   // Each check sees the position that the ones before left, and the canvas size
   // from before the call.
-  if (pos.y + dy <= 0) grow(true, false, left(), !left() && right());
-  if (pos.y + rows + dy >= m_canvasRows) grow(false, true, left(), !left() && right());
-  if (pos.y + dy > 0 && pos.y + dy + rows < m_canvasRows) {
+  if (top()) grow(true, false, left(), !left() && right());
+  if (bottom()) grow(false, true, left(), !left() && right());
+  if (!top() && !bottom()) {
     if (left()) grow(false, false, true, false);
     if (right()) grow(false, false, false, true);
   }
@@ -63,16 +76,19 @@ namespace {
 // The box widens on the side towards which the frame moved, and only when the
 // frame does not reach past the other edge too.
 void Widen(std::int32_t& low, std::int32_t& high, int start, int size) {
+  const std::int32_t end = WrappingSum(start, size);
   if (start < low) {
-    if (start + size < high) low = start;
-  } else if (start > low && start + size > high) {
-    high = start + size;
+    if (end < high) low = start;
+  } else if (start > low && end > high) {
+    high = end;
   }
 }
 
 }  // namespace
 
 void JQImageStitching::findCutPoint(cv::Mat* frame) {
+  if (frame == nullptr) return;
+  CheckPicture(*frame);
   Widen(m_contentRect.x1, m_contentRect.x2, m_framePos.x, frame->cols);
   Widen(m_contentRect.y1, m_contentRect.y2, m_framePos.y, frame->rows);
   m_cutRect = m_contentRect;

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "jqglobalclass.h"
+#include "picture/wrapping.h"
 #include "stitcher/acceptance.h"
 #include "stitcher/run_state.h"
 
@@ -39,12 +40,15 @@ JQImageStitching::~JQImageStitching() {
 }
 
 int JQImageStitching::GetCurImageSize() const {
+  using jqstitching::WrappingProduct;
   const cv::Size size = GetCurSize();
-  return size.width * size.height * 3;
+  return WrappingProduct(WrappingProduct(size.width, size.height), 3);
 }
 
 cv::Size JQImageStitching::GetCurSize() const {
-  return cv::Size(m_mosaicMax.x - m_mosaicMin.x, m_mosaicMax.y - m_mosaicMin.y);
+  using jqstitching::WrappingDifference;
+  return cv::Size(WrappingDifference(m_mosaicMax.x, m_mosaicMin.x),
+                  WrappingDifference(m_mosaicMax.y, m_mosaicMin.y));
 }
 
 bool JQImageStitching::IsOffsetPointValid() const {

@@ -1,8 +1,8 @@
 #include <memory>
-#include <utility>
 
 #include "jqglobalclass.h"
 #include "jqimageconvert.h"
+#include "stitcher/frame_pool.h"
 #include "stitcher/output_record.h"
 #include "stitcher/run_state.h"
 
@@ -13,7 +13,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
 
   if (m_pOutImage == nullptr && m_curFrame.empty() && m_resultMat.empty()) {
     // Whatever can fail comes first: a bad first record leaves the stitcher idle.
-    cv::Mat frame;
+    cv::Mat frame = jqstitching::FramePool::Instance().newMatrix();
     ConvertJQImgToCv8UC3(img, frame);
     auto record = std::make_unique<_tagJQIMG>();
     m_nOverlapMode = nOverlapMode;
@@ -34,15 +34,15 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     CV_Error(cv::Error::StsInternal,
              "a live run cannot start on a stitcher that holds a canvas or a batch run");
   }
-  cv::Mat newFrame = m_pRun->takeSpare();
+  cv::Mat newFrame = jqstitching::FramePool::Instance().newMatrix();
   ConvertJQImgToCv8UC3(img, newFrame);
-  cv::Mat oldReference = m_refFrame;
   bool accepted = false;
   try {
     accepted = RunState::takeFrame(*this, newFrame);
   } catch (...) {
-    // A picture that the host has trimmed in mid-run stands where the motion test
-    // looks for the previous frame; without this every later call would fail too.
+    // A picture that the host has trimmed in mid-run, or a frame of another size, stands
+    // where the motion test looks for the previous frame. Where that is smaller than the
+    // frames, every later call would fail as this one did.
     if (newFrame.size() == m_refFrame.size() && m_curFrame.size() != newFrame.size()) {
       m_curFrame = newFrame;
     }
@@ -56,9 +56,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_pAlgorithm->m_stitchFlags.offsetY = 0;
     ++m_nFrameCount;
   }
-  std::swap(m_curFrame, newFrame);
-  m_pRun->recycle(newFrame);
-  m_pRun->recycle(oldReference);
+  m_curFrame = newFrame;
   jqstitching::FillRecord(*m_pOutImage, *img, m_mosaic);
   return m_pOutImage;
 }

@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include "jqimagestitching.h"
+#include "stitcher/frame_pool.h"
 
 /// What the stitcher knows of a run beyond its members: the answers of the
 /// accessors that tell what became of a frame.
@@ -39,16 +40,9 @@ struct JQImageStitching::RunState {
   /// changed for it: the reference may share them.
   static void exposeCurrentFrame(JQImageStitching& stitcher);
 
-  /// Keeps the memory of a picture that nobody else holds, for the next frame.
-  void recycle(cv::Mat& picture);
-  /// Memory to convert a frame into; empty when there is none.
-  cv::Mat takeSpare();
-
  private:
-  std::uint64_t m_references = 0;  // numbered so far
-
-  // A frame that is left out frees one picture, one that is placed two.
-  cv::Mat m_spares[2];
+  std::uint64_t m_references = 0;             // numbered so far
+  const jqstitching::FramePoolUser m_frames;  // keeps memory for the frames to come
 
   static void place(JQImageStitching& stitcher, cv::Mat& newFrame);
   // Finds the new reference's features while its pixels are in cache, so that the

@@ -23,13 +23,13 @@ bool JQImageStitching::CutEdge() {
 }
 
 _tagJQIMG* JQImageStitching::CutEdge(_tagJQIMG* img) {
-  if (m_pOutImage == nullptr || !CutEdge()) return img;
+  if (m_pOutImage == nullptr || !CutEdge() || img == nullptr) return img;
   jqstitching::FillRecord(*m_pOutImage, *img, m_curFrame);
   return m_pOutImage;
 }
 
 _tagJQIMG* JQImageStitching::GetImageStitching(_tagJQIMG* img) {
-  if (m_pOutImage == nullptr || m_curFrame.empty()) return nullptr;
+  if (img == nullptr || m_pOutImage == nullptr || m_curFrame.empty()) return nullptr;
   RunState::exposeCurrentFrame(*this);
   jqstitching::FillRecord(*m_pOutImage, *img, m_curFrame);
   return m_pOutImage;

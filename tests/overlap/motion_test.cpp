@@ -97,17 +97,46 @@ TYPED_TEST(Motion, SumIsWideEnoughForLargeFrames) {
             255);
 }
 
-TYPED_TEST(Motion, EmptyOrDifferingSizesRaiseBeforeAnyBlur) {
+// The rows and columns of the second frame are compared. The first is blurred whole: the
+// samples right of and below the compared part take part in its last two columns and rows.
+TYPED_TEST(Motion, ALargerFirstFrameIsComparedInItsTopLeftPart) {
+  for (const int type : {CV_8UC1, CV_8UC3}) {
+    const cv::Mat wide = this->Scene(type, 4);
+    const cv::Mat second = this->Scene(type, 5)(cv::Rect(0, 0, 31, 23)).clone();
+    cv::Mat grey = wide, other = second;
+    if (type == CV_8UC3) {
+      cv::cvtColor(wide, grey, cv::COLOR_RGB2GRAY);
+      cv::cvtColor(second, other, cv::COLOR_RGB2GRAY);
+    }
+    cv::Mat difference;
+    cv::absdiff(Blurred(grey)(cv::Rect(0, 0, 31, 23)), Blurred(other), difference);
+    const int expected = static_cast<int>(cv::sum(difference)[0] / (31 * 23));
+    EXPECT_EQ(this->engine.ImageMotionModel(wide, second), expected);
+  }
+}
+
+TYPED_TEST(Motion, TheRestOfALargerFirstFrameOnlyBleedsIn) {
+  // Column 10 is the first that is not compared: of its 255, columns 9 and 8 get
+  // 255 * 0.24420 = 62.27 and 255 * 0.05449 = 13.89, together 62 + 14 over 10 columns.
+  for (const int type : {CV_8UC1, CV_8UC3}) {
+    cv::Mat first = pictures::Flat(10, 20, type, 0);
+    first.col(10).setTo(cv::Scalar::all(255));
+    EXPECT_EQ(this->engine.ImageMotionModel(first, pictures::Flat(10, 10, type, 0)), 7);
+  }
+}
+
+TYPED_TEST(Motion, EmptyOrSmallerFirstFramesRaiseBeforeAnyBlur) {
   const cv::Mat a = this->Scene(CV_8UC1);
   const cv::Mat before = a.clone();
   const cv::Mat others[] = {cv::Mat(), a.rowRange(0, 59).clone(), a.colRange(0, 69).clone(), a.t()};
   for (const cv::Mat& other : others) {
-    EXPECT_EQ(Ending([&] { this->engine.ImageMotionModel(a, other); }),
-              Outcome::kImageLibraryError);
     EXPECT_EQ(Ending([&] { this->engine.ImageMotionModel(other, a); }),
               Outcome::kImageLibraryError);
     EXPECT_TRUE(SameMatrix(a, before));
   }
+  EXPECT_EQ(Ending([&] { this->engine.ImageMotionModel(a, cv::Mat()); }),
+            Outcome::kImageLibraryError);
+  EXPECT_TRUE(SameMatrix(a, before));
   EXPECT_EQ(Ending([&] { this->engine.ImageMotionModel(cv::Mat(), cv::Mat()); }),
             Outcome::kImageLibraryError);
 }

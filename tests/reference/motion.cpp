@@ -7,8 +7,10 @@
 namespace reference {
 
 int Algorithm::ImageMotionModel(cv::Mat first, cv::Mat second) {
-  if (first.empty() || second.empty() || first.size() != second.size()) {
-    CV_Error(cv::Error::StsUnmatchedSizes, "the frames are empty or differ in size");
+  // A division by zero, and samples that are not there.
+  if (second.rows == 0 || second.cols == 0 || first.rows < second.rows ||
+      first.cols < second.cols) {
+    CV_Error(cv::Error::StsUnmatchedSizes, "the second frame is empty or larger than the first");
   }
   if (first.channels() > 1) cv::cvtColor(first, first, cv::COLOR_RGB2GRAY);
   if (second.channels() > 1) cv::cvtColor(second, second, cv::COLOR_RGB2GRAY);

@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "reference/integer32.h"
 #include "reference/stitcher.h"
 
 namespace reference {
@@ -37,45 +38,45 @@ void Stitcher::extendResultMat(cv::Mat* frame) {
   int& x = m_framePos.x;
   int& y = m_framePos.y;
 
-  if (y + dy <= 0) {
-    if (x + dx <= 0) {
+  if (Add32(y, dy) <= 0) {
+    if (Add32(x, dx) <= 0) {
       Grow(m_resultMat, rowStep, 0, colStep, 0);
-      x += colStep;
-      y += rowStep;
-      m_contentRect.x1 += colStep;
-      m_contentRect.x2 += colStep;
-    } else if (x + dx + cols >= m_canvasCols) {
+      x = Add32(x, colStep);
+      y = Add32(y, rowStep);
+      m_contentRect.x1 = Add32(m_contentRect.x1, colStep);
+      m_contentRect.x2 = Add32(m_contentRect.x2, colStep);
+    } else if (Add32(Add32(x, dx), cols) >= m_canvasCols) {
       Grow(m_resultMat, rowStep, 0, 0, colStep);
-      y += rowStep;
+      y = Add32(y, rowStep);
     } else {
       Grow(m_resultMat, rowStep, 0, 0, 0);
-      y += rowStep;
+      y = Add32(y, rowStep);
     }
-    m_contentRect.y1 += rowStep;
-    m_contentRect.y2 += rowStep;
+    m_contentRect.y1 = Add32(m_contentRect.y1, rowStep);
+    m_contentRect.y2 = Add32(m_contentRect.y2, rowStep);
   }
 
-  if (y + rows + dy >= m_canvasRows) {
-    if (x + dx <= 0) {
+  if (Add32(Add32(y, rows), dy) >= m_canvasRows) {
+    if (Add32(x, dx) <= 0) {
       Grow(m_resultMat, 0, rowStep, colStep, 0);
-      x += colStep;
-      m_contentRect.x1 += colStep;
-      m_contentRect.x2 += colStep;
-    } else if (x + dx + cols >= m_canvasCols) {
+      x = Add32(x, colStep);
+      m_contentRect.x1 = Add32(m_contentRect.x1, colStep);
+      m_contentRect.x2 = Add32(m_contentRect.x2, colStep);
+    } else if (Add32(Add32(x, dx), cols) >= m_canvasCols) {
       Grow(m_resultMat, 0, rowStep, 0, colStep);
     } else {
       Grow(m_resultMat, 0, rowStep, 0, 0);
     }
   }
 
-  if (y + dy > 0 && y + dy + rows < m_canvasRows) {
-    if (x + dx <= 0) {
+  if (Add32(y, dy) > 0 && Add32(Add32(y, dy), rows) < m_canvasRows) {
+    if (Add32(x, dx) <= 0) {
       Grow(m_resultMat, 0, 0, colStep, 0);
-      x += colStep;
-      m_contentRect.x1 += colStep;
-      m_contentRect.x2 += colStep;
+      x = Add32(x, colStep);
+      m_contentRect.x1 = Add32(m_contentRect.x1, colStep);
+      m_contentRect.x2 = Add32(m_contentRect.x2, colStep);
     }
-    if (x + cols + dx >= m_canvasCols) Grow(m_resultMat, 0, 0, 0, colStep);
+    if (Add32(Add32(x, cols), dx) >= m_canvasCols) Grow(m_resultMat, 0, 0, 0, colStep);
   }
 
   m_canvasRows = m_resultMat.rows;
@@ -89,14 +90,14 @@ void Stitcher::findCutPoint(cv::Mat* frame) {
   const int y = m_framePos.y;
   Rect4& box = m_contentRect;
   if (x < box.x1) {
-    if (x + cols < box.x2) box.x1 = x;
-  } else if (x > box.x1 && x + cols > box.x2) {
-    box.x2 = x + cols;
+    if (Add32(x, cols) < box.x2) box.x1 = x;
+  } else if (x > box.x1 && Add32(x, cols) > box.x2) {
+    box.x2 = Add32(x, cols);
   }
   if (y < box.y1) {
-    if (y + rows < box.y2) box.y1 = y;
-  } else if (y > box.y1 && y + rows > box.y2) {
-    box.y2 = y + rows;
+    if (Add32(y, rows) < box.y2) box.y1 = y;
+  } else if (y > box.y1 && Add32(y, rows) > box.y2) {
+    box.y2 = Add32(y, rows);
   }
   m_cutRect = box;
 }

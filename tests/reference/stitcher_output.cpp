@@ -51,12 +51,13 @@ bool Stitcher::CutEdge() {
 _tagJQIMG* Stitcher::CutEdge(_tagJQIMG* img) {
   if (!m_pOutImage || m_curFrame.empty() || m_mosaic.empty()) return img;
   Trim();
+  if (img == nullptr) return nullptr;
   FillRecord(img, m_curFrame);
   return m_pOutImage.get();
 }
 
 _tagJQIMG* Stitcher::GetImageStitching(_tagJQIMG* img) {
-  if (!m_pOutImage || m_curFrame.empty()) return nullptr;
+  if (!m_pOutImage || m_curFrame.empty() || img == nullptr) return nullptr;
   FillRecord(img, m_curFrame);
   return m_pOutImage.get();
 }

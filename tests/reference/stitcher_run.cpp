@@ -1,16 +1,18 @@
 #include <cstdlib>
 #include <opencv2/imgcodecs.hpp>
 
+#include "reference/integer32.h"
 #include "reference/stitcher.h"
 
 namespace reference {
 
 int Stitcher::GetCurImageSize() const {
-  return (m_mosaicMax.x - m_mosaicMin.x) * (m_mosaicMax.y - m_mosaicMin.y) * 3;
+  const cv::Size size = GetCurSize();
+  return Mul32(Mul32(size.width, size.height), 3);
 }
 
 cv::Size Stitcher::GetCurSize() const {
-  return cv::Size(m_mosaicMax.x - m_mosaicMin.x, m_mosaicMax.y - m_mosaicMin.y);
+  return cv::Size(Sub32(m_mosaicMax.x, m_mosaicMin.x), Sub32(m_mosaicMax.y, m_mosaicMin.y));
 }
 
 bool Stitcher::IsOffsetPointValid() const {

@@ -85,9 +85,12 @@ void LiveRuns::Run(RandomSource& random) {
       m_placed += pair.library.IsLastFrameAccepted();
       stage.Placed(pair.library.IsLastFrameAccepted());
     }
-    // A host that shows the trimmed picture while the run goes on. The motion test
-    // would then compare with that picture.
-    if (mode() == 0 && random.OneIn(6)) {
+    // A host that shows the trimmed picture while the run goes on. The motion test then
+    // compares with that picture, which must not be smaller than a frame.
+    const cv::Size box = pair.library.GetCurSize();
+    const bool large =
+        box.width >= frame.cols / detectLevel && box.height >= frame.rows / detectLevel;
+    if (random.OneIn(6) && (mode() == 0 || large)) {
       pair.Both(random, frame,
                 [](auto& stitcher, _tagJQIMG* img) { return stitcher.CutEdge(img); });
     }

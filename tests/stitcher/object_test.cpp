@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <climits>
 
 #include <type_traits>
 
@@ -107,6 +108,16 @@ TEST(StitcherObject, SizesComeFromTheContentBox) {
   EXPECT_EQ(stitcher.GetCurImageSize(), 600);
   EXPECT_EQ(stitcher.GetContentMin(), cv::Point(3, 4));
   EXPECT_EQ(stitcher.GetContentMax(), cv::Point(13, 24));
+}
+
+// 30000 * 30000 * 3 = 2700000000 is 2700000000 - 2^32 as a 32-bit number.
+TEST(StitcherObject, SizesBeyond32BitsWrap) {
+  JQImageStitching stitcher;
+  inside::MosaicMax(stitcher) = cv::Point(30000, 30000);
+  EXPECT_EQ(stitcher.GetCurImageSize(), -1594967296);
+  inside::MosaicMin(stitcher) = cv::Point(INT_MIN, -1);
+  inside::MosaicMax(stitcher) = cv::Point(1, INT_MAX);
+  EXPECT_EQ(stitcher.GetCurSize(), cv::Size(INT_MIN + 1, INT_MIN));
 }
 
 TEST(StitcherObject, StitchRecordIsGivenByValue) {

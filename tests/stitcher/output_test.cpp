@@ -45,6 +45,17 @@ TEST(Trimming, AfterTheFirstFrameOnly) {
   EXPECT_EQ(shown->reserved4[100], img->reserved4[100]);
 }
 
+TEST(Trimming, WithoutARecordOfTheHostsItTrimsAndGivesNull) {
+  FlatRun run(cv::Size(100, 50));
+  run.Take(30, 0);
+  EXPECT_EQ(run.stitcher.GetImageStitching(nullptr), nullptr);
+  EXPECT_EQ(run.stitcher.CutEdge(nullptr), nullptr);
+  EXPECT_EQ(inside::CurFrame(run.stitcher).size(), cv::Size(130, 50));
+  JQImageStitching idle;
+  EXPECT_EQ(idle.CutEdge(nullptr), nullptr);
+  EXPECT_EQ(idle.GetImageStitching(nullptr), nullptr);
+}
+
 TEST(Trimming, GivesADeepCopyOfTheContentBox) {
   FlatRun run(cv::Size(100, 50));
   run.Take(30, 0);

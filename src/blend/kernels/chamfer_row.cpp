@@ -15,15 +15,18 @@
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
 
-// Along a row each distance waits for its neighbour. Rounded addition of a constant
-// is monotone, so it may be exchanged with the minimum, and the chain
+// Along a row, each distance depends on the one just before it:
 //     d[c] = min(a[c], d[c-1] + s)
-// has one solution, which a guess equals exactly when it satisfies every link. The
-// guess replaces d[c-1] by the row above at the same column: right wherever the
-// distance is measured from above, or from a vertical edge, or has met its cap,
-// which is nearly everywhere. A guess that fails gives way to one that costs more and
-// holds for any content; that one is put through the links until it stays, which
-// settles at least one more lane each round.
+// where a[c] is known for the whole vector at once. Only one sequence d satisfies this
+// equation in every column. A vector of distances can therefore be guessed and then
+// checked in one step: if it satisfies the equation in every lane, it is the exact result,
+// rounding included.
+//
+// The first guess takes the row above at the column before in place of d[c-1]. That is
+// right wherever the nearest empty pixel lies above or beyond a vertical edge, and wherever
+// the distance has reached its cap, which is nearly everywhere. Where it is wrong, a more
+// expensive guess is taken that suits any content. That one is put through the equation
+// until it no longer changes; each round settles at least one more lane.
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -86,10 +89,10 @@ struct Shifter {
   V stepsFromEdge;
 };
 
-// A guess for any content: the chain within the vector by doubling, every step a
-// sum of its own, and the way from `nearest`, the distance at the edge. The latter
-// takes one product for many equal steps, which is right unless the spacing of
-// floats changes on the way.
+// A guess for any content. Within the vector it takes the minimum over the lanes before
+// by doubling the reach, adding the steps one by one as the equation does. From `nearest`,
+// the last distance of the vector before, it adds all steps at once as one product, which
+// equals the sums one by one unless the spacing of floats changes on the way.
 template <bool kForward>
 V CarefulGuess(const Shifter<kForward>& shift, V a, V nearest) {
   const D d;

@@ -5,9 +5,10 @@
 
 namespace jqstitching {
 
-/// The distance map of an image whose only empty pixels are its border. The two
-/// raster passes give every pixel its straight way to the nearest edge, as a step
-/// further costs a sum more on every way:
+/// The chamfer distance map of an image whose only empty pixels are its border. From
+/// every pixel the cheapest way to an empty one then runs straight up, down, left or
+/// right, since a diagonal step costs more than a straight one and saves none here. So
+/// the two raster passes of the distance transform come down to a table of sums:
 ///
 ///     d[r][c] = min(S[min(r, rows-1-r)], S[min(c, cols-1-c)]),
 ///     S[0] = 0,  S[k] = min(255, S[k-1] + 0.2f)

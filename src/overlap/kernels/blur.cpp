@@ -26,7 +26,7 @@ void ByLibrary(const cv::Mat& first, const cv::Mat& second, BlurScratch& scratch
     picture.copyTo(copies[p]);
     BlurInPlace(copies[p]);
   }
-  for (int r = 0; r < first.rows; ++r) visit(copies[0].ptr(r), copies[1].ptr(r));
+  for (int r = 0; r < second.rows; ++r) visit(copies[0].ptr(r), copies[1].ptr(r));
 }
 
 // Blurs one picture row by row: the last 5 rows as floats, and one row blurred
@@ -95,12 +95,13 @@ void ForEachBlurredRow(const cv::Mat& first, const cv::Mat& second, BlurScratch&
     ByLibrary(first, second, scratch, visit);
     return;
   }
-  const size_t memory = RowBlur::Memory(first.cols);
-  scratch.rows.resize(2 * memory);
-  for (auto& row : scratch.blurred) row.resize(static_cast<size_t>(first.cols) + kBlurPadding);
+  const size_t ofFirst = RowBlur::Memory(first.cols), ofSecond = RowBlur::Memory(second.cols);
+  scratch.rows.resize(ofFirst + ofSecond);
+  scratch.blurred[0].resize(static_cast<size_t>(first.cols) + kBlurPadding);
+  scratch.blurred[1].resize(static_cast<size_t>(second.cols) + kBlurPadding);
   RowBlur blurs[2] = {RowBlur(first, *fused, scratch.rows.data()),
-                      RowBlur(second, *fused, scratch.rows.data() + memory)};
-  for (int r = 0; r < first.rows; ++r) {
+                      RowBlur(second, *fused, scratch.rows.data() + ofFirst)};
+  for (int r = 0; r < second.rows; ++r) {
     for (int p = 0; p < 2; ++p) blurs[p].row(r, scratch.blurred[p].data());
     visit(scratch.blurred[0].data(), scratch.blurred[1].data());
   }

@@ -21,9 +21,9 @@ struct BlurScratch {
   ScratchPicture copies[2];
 };
 
-/// Blurs two grey pictures of one size (`CV_8UC1`, seen as whole pictures even
-/// where they are views) as `BlurInPlace` does, and hands over their blurred rows,
-/// top to bottom. The pictures keep their pixels.
+/// Blurs two grey pictures (`CV_8UC1`, seen as whole pictures even where they are
+/// views) as `BlurInPlace` does, and hands over their blurred rows, top to bottom, as
+/// many as `second` has; `first` has no fewer. The pictures keep their pixels.
 void ForEachBlurredRow(
     const cv::Mat& first, const cv::Mat& second, BlurScratch& scratch,
     const std::function<void(const unsigned char* first, const unsigned char* second)>& visit);

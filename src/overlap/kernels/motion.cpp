@@ -5,10 +5,11 @@
 namespace jqstitching {
 
 void CheckMotionFrames(const cv::Mat& first, const cv::Mat& second) {
-  if (!first.empty() && first.size() == second.size()) return;
+  if (!second.empty() && first.rows >= second.rows && first.cols >= second.cols) return;
   CV_Error(cv::Error::StsUnmatchedSizes,
-           cv::format("the motion measure needs two frames of one size, not %d x %d and %d x %d",
-                      first.cols, first.rows, second.cols, second.rows));
+           cv::format("the motion measure needs a frame that is not empty and a first one that is "
+                      "no smaller, not %d x %d after %d x %d",
+                      second.cols, second.rows, first.cols, first.rows));
 }
 
 int MotionDifference(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch) {

@@ -5,11 +5,9 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace jqstitching {
+#include "picture/wrapping.h"
 
-int WrappingDifference(int a, int b) {
-  return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
-}
+namespace jqstitching {
 
 namespace {
 

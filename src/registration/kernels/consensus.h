@@ -17,9 +17,6 @@ struct Consensus {
 /// `std::out_of_range` when `second` is shorter than `first`.
 Consensus FindConsensus(const std::vector<cv::Point>& first, const std::vector<cv::Point>& second);
 
-/// a - b, wrapping as 32-bit integers do.
-int WrappingDifference(int a, int b);
-
 }  // namespace jqstitching
 
 #endif  // JQ_REGISTRATION_KERNELS_CONSENSUS_H
