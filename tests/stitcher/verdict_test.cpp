@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <cmath>
+#include <opencv2/imgproc.hpp>
 
 #include "batch_files.h"
 #include "support/host_record.h"
