@@ -139,7 +139,7 @@ cv::Mat CanvasFrame(FuzzInput& in) {
     case 1:
       return cv::Mat(3, cube, CV_8UC3, cv::Scalar::all(9));
     case 2:
-      return cv::Mat(in.range(0, 9), in.range(0, 9), CV_MAKETYPE(in.u8() % 7, 1 + in.u8() % 5),
+      return cv::Mat(in.range(0, 9), in.range(0, 9), CV_MAKETYPE(in.u8() % 7, 1 + in.u8() % 4),
                      cv::Scalar::all(9));
     case 3:
       return cv::Mat(in.range(1, 60), in.range(1, 60), CV_8UC1, cv::Scalar::all(9));
