@@ -13,8 +13,9 @@ HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
 namespace HWY_NAMESPACE {
 
-/// Whether this level has the fused multiply-add of one rounding.
-constexpr bool kNativeFma = (HWY_TARGET & (HWY_AVX2 | HWY_AVX3 | HWY_AVX3_DL)) != 0;
+/// Whether this level has the fused multiply-add of one rounding: AVX2, AVX-512,
+/// NEON and SVE do. Elsewhere the vector library's MulAdd rounds twice.
+constexpr bool kNativeFma = HWY_NATIVE_FMA != 0;
 
 /// sum + tap * sample, with one rounding or with two.
 template <bool kFused, class V>

@@ -1,5 +1,7 @@
 #include "cpu/level.h"
 
+#include <atomic>
+#include <cstdio>
 #include <cstdlib>
 
 // clang-format off: the included file is this one, once per level
@@ -29,33 +31,60 @@ HWY_EXPORT(RunningTarget);
 namespace cpu {
 namespace {
 
+// The sets of instructions that count as one level, in the vector library's terms.
+// A better set has a lower bit, and of several the best supported one is run.
+#ifdef HWY_ALL_NEON
+constexpr long long kNeonTargets = HWY_ALL_NEON;
+#else
+constexpr long long kNeonTargets = HWY_NEON;
+#endif
+constexpr long long kSveTargets = HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128;
+constexpr long long kAvx512Targets = HWY_AVX2 - 1;  // AVX-512 and all beyond it
+constexpr long long kNamedTargets =
+    HWY_SSE4 | HWY_AVX2 | kAvx512Targets | kNeonTargets | kSveTargets;
+
 struct Entry {
   Level level;
   const char* name;
-  long long targets;  // this level's instructions in the vector library's terms
+  long long targets;
 };
 
 constexpr Entry kEntries[] = {
-    {Level::kBaseline, "baseline", HWY_STATIC_TARGET},
+    // What the compiler was told to assume, where that is none of the levels below.
+    {Level::kBaseline, "baseline", HWY_STATIC_TARGET & ~kNamedTargets},
     {Level::kSse4, "sse4", HWY_SSE4},
     {Level::kAvx2, "avx2", HWY_AVX2},
-    {Level::kAvx512, "avx512", HWY_AVX3},
+    {Level::kAvx512, "avx512", kAvx512Targets},
+    {Level::kNeon, "neon", kNeonTargets},
+    {Level::kSve, "sve", kSveTargets},
 };
 
 bool IsSupported(const Entry& entry) {
-  if (entry.level == Level::kBaseline) return true;
-  return (hwy::SupportedTargets() & entry.targets & (HWY_TARGETS)) != 0;
+  const long long runnable = hwy::SupportedTargets() | HWY_STATIC_TARGET;
+  return (runnable & entry.targets & (HWY_TARGETS)) != 0;
+}
+
+// A library prints nothing; but a name with a slip in it would silently measure or
+// test another level than the one asked for.
+void TellIgnored(const char* name) {
+  static std::atomic<bool> told{false};
+  if (told.exchange(true)) return;
+  std::string levels;
+  for (const Level level : SupportedLevels()) levels += std::string(" ") + Name(level);
+  std::fprintf(stderr, "JQ_STITCHING_CPU_LEVEL=%s is ignored: %s; this machine has%s\n", name,
+               FromName(name) ? "not supported here" : "no such level", levels.c_str());
 }
 
 Level Default() {
+  const std::vector<Level> levels = SupportedLevels();
   const char* name = std::getenv("JQ_STITCHING_CPU_LEVEL");
-  const std::optional<Level> wanted = name != nullptr ? FromName(name) : std::nullopt;
-  Level best = Level::kBaseline;
-  for (const Level level : SupportedLevels()) {
+  if (name == nullptr) return levels.back();
+  const std::optional<Level> wanted = FromName(name);
+  for (const Level level : levels) {
     if (wanted == level) return level;
-    best = level;
   }
-  return best;
+  TellIgnored(name);
+  return levels.back();
 }
 
 struct Choice {
@@ -64,7 +93,8 @@ struct Choice {
   Choice() { set(Default()); }
   void set(Level wanted) {
     for (const Entry& entry : kEntries) {
-      if (entry.level == wanted) target.Update(entry.targets);
+      if (entry.level != wanted) continue;
+      target.Update((hwy::SupportedTargets() | HWY_STATIC_TARGET) & entry.targets & (HWY_TARGETS));
     }
     level = wanted;
   }
@@ -119,7 +149,7 @@ bool Force(std::optional<Level> level) {
 Level Running() {
   const long long target = JQ_DISPATCH(RunningTarget)();
   for (const Entry& entry : kEntries) {
-    if (entry.targets == target) return entry.level;
+    if ((entry.targets & target) != 0) return entry.level;
   }
   return Level::kBaseline;
 }

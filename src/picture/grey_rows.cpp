@@ -10,6 +10,7 @@
 #include <hwy/highway.h>
 
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -21,11 +22,11 @@ constexpr std::int16_t kWeight0 = 9798, kWeight1 = 19235, kWeight2 = 3735;
 constexpr std::int16_t kRound = 1 << (kShift - 1);
 
 #if HWY_TARGET != HWY_SCALAR
-using U8 = hn::ScalableTag<std::uint8_t>;
+using U8 = Vectors<std::uint8_t>;
 using HalfU8 = hn::Half<U8>;
-using I16 = hn::ScalableTag<std::int16_t>;
-using I32 = hn::ScalableTag<std::int32_t>;
-using U32 = hn::ScalableTag<std::uint32_t>;
+using I16 = Vectors<std::int16_t>;
+using I32 = Vectors<std::int32_t>;
+using U32 = Vectors<std::uint32_t>;
 
 // Bytes of a block of four pixels (12 bytes) as 16-bit pairs: the first two
 // samples of each pixel, and the third one beside a zero. 0x80 makes a zero.
@@ -34,56 +35,51 @@ alignas(16) constexpr std::uint8_t kFirstTwo[16] = {0, 0x80, 1, 0x80, 3, 0x80, 4
 alignas(16) constexpr std::uint8_t kThird[16] = {2, 0x80, 0x80, 0x80, 5,  0x80, 0x80, 0x80,
                                                  8, 0x80, 0x80, 0x80, 11, 0x80, 0x80, 0x80};
 
-// The grey values of as many pixels as there are 32-bit lanes. A whole vector is
-// read, which is a third more than the pixels.
-class GreyPixels {
- public:
-  GreyPixels() {
-    const I32 d32;
-    // Block b of 128 bits takes its 12 bytes from 32-bit lane 3 b on.
-    alignas(64) std::uint32_t lanes[HWY_MAX_BYTES / 4];
-    for (size_t i = 0; i < hn::Lanes(U32()); ++i) {
-      lanes[i] = static_cast<std::uint32_t>(i / 4 * 3 + i % 4);
-    }
-    m_blocks = hn::IndicesFromVec(U32(), hn::Load(U32(), lanes));
-    m_firstTwo = hn::LoadDup128(U8(), kFirstTwo);
-    m_third = hn::LoadDup128(U8(), kThird);
-    m_weights01 = hn::BitCast(I16(), hn::Set(d32, kWeight0 | (std::int32_t{kWeight1} << 16)));
-    m_weight2 = hn::BitCast(I16(), hn::Set(d32, std::int32_t{kWeight2}));
+// Returns the pixels done.
+size_t GreyVectors(const std::uint8_t* colour, size_t cols, std::uint8_t* grey) {
+  const U8 d8;
+  const I16 d16;
+  const I32 d32;
+  const U32 du32;
+  const hn::Rebind<std::uint8_t, I32> bytes;
+  const size_t lanes = hn::Lanes(d32);
+  // Block b of 128 bits takes its 12 bytes from 32-bit lane 3 b on.
+  alignas(cpu::kVectorBytes) std::uint32_t firstLanes[cpu::kVectorBytes / 4];
+  for (size_t i = 0; i < lanes; ++i) {
+    firstLanes[i] = static_cast<std::uint32_t>(i / 4 * 3 + i % 4);
   }
-
-  hn::Vec<I32> operator()(const std::uint8_t* colour) const {
-    const I32 d32;
-    const auto bytes = hn::BitCast(
-        U8(), hn::TableLookupLanes(hn::BitCast(U32(), hn::LoadU(U8(), colour)), m_blocks));
-    const auto first = hn::BitCast(I16(), hn::TableLookupBytesOr0(bytes, m_firstTwo));
-    const auto third = hn::BitCast(I16(), hn::TableLookupBytesOr0(bytes, m_third));
-    auto rest = hn::Zero(d32);
-    auto sum = hn::Set(d32, std::int32_t{kRound});
-    sum = hn::ReorderWidenMulAccumulate(d32, first, m_weights01, sum, rest);
-    sum = hn::ReorderWidenMulAccumulate(d32, third, m_weight2, sum, rest);
-    return hn::ShiftRight<kShift>(sum);
+  const auto blocks = hn::IndicesFromVec(du32, hn::Load(du32, firstLanes));
+  const auto firstTwo = hn::LoadDup128(d8, kFirstTwo);
+  const auto third = hn::LoadDup128(d8, kThird);
+  const auto weights01 = hn::BitCast(d16, hn::Set(d32, kWeight0 | (std::int32_t{kWeight1} << 16)));
+  const auto weight2 = hn::BitCast(d16, hn::Set(d32, std::int32_t{kWeight2}));
+  const auto round = hn::Set(d32, std::int32_t{kRound});
+  size_t i = 0;
+  // A whole vector is read, a third more than its pixels; the surplus of the last one
+  // must still lie in the row.
+  for (; i + 2 * lanes <= cols; i += lanes) {
+    const auto samples = hn::BitCast(
+        d8, hn::TableLookupLanes(hn::BitCast(du32, hn::LoadU(d8, colour + 3 * i)), blocks));
+    const auto pairs = hn::BitCast(d16, hn::TableLookupBytesOr0(samples, firstTwo));
+    const auto singles = hn::BitCast(d16, hn::TableLookupBytesOr0(samples, third));
+    // Which products are in which of the two sums differs from level to level;
+    // joined, 32-bit lane k holds those of 16-bit lanes 2 k and 2 k + 1: one pixel.
+    auto others = hn::Zero(d32);
+    auto sums = hn::ReorderWidenMulAccumulate(d32, pairs, weights01, hn::Zero(d32), others);
+    sums = hn::ReorderWidenMulAccumulate(d32, singles, weight2, sums, others);
+    const auto pixels = hn::Add(hn::RearrangeToOddPlusEven(sums, others), round);
+    hn::StoreU(hn::DemoteTo(bytes, hn::ShiftRight<kShift>(pixels)), bytes, grey + i);
   }
-
- private:
-  decltype(hn::IndicesFromVec(U32(), hn::Zero(U32()))) m_blocks;
-  hn::Vec<U8> m_firstTwo, m_third;
-  hn::Vec<I16> m_weights01, m_weight2;
-};
+  return i;
+}
+#else
+size_t GreyVectors(const std::uint8_t*, size_t, std::uint8_t*) {
+  return 0;
+}
 #endif
 
 void GreyRowKernel(const std::uint8_t* colour, size_t cols, std::uint8_t* grey) {
-  size_t i = 0;
-#if HWY_TARGET != HWY_SCALAR
-  const hn::Rebind<std::uint8_t, I32> bytes;
-  const GreyPixels greyPixels;
-  const size_t lanes = hn::Lanes(I32());
-  // The last vectors' surplus must still lie in the row.
-  for (; i + 2 * lanes <= cols; i += lanes) {
-    hn::StoreU(hn::DemoteTo(bytes, greyPixels(colour + 3 * i)), bytes, grey + i);
-  }
-#endif
-  for (; i < cols; ++i) {
+  for (size_t i = GreyVectors(colour, cols, grey); i < cols; ++i) {
     const std::uint8_t* p = colour + 3 * i;
     const int sum = kWeight0 * p[0] + kWeight1 * p[1] + kWeight2 * p[2] + kRound;
     grey[i] = static_cast<std::uint8_t>(sum >> kShift);

@@ -34,8 +34,8 @@ void JQStitchingAlgorithm::RoughMatchPoint(std::vector<cv::Point> cornersFirst,
                                            std::vector<cv::Point>& matchedSecond) {
   // Checked before anything is appended. One list may be given for both outputs.
   for (const cv::Point& pair : pairs) {
-    cornersFirst.at(static_cast<size_t>(pair.y));
-    cornersSecond.at(static_cast<size_t>(pair.x));
+    static_cast<void>(cornersFirst.at(static_cast<size_t>(pair.y)));
+    static_cast<void>(cornersSecond.at(static_cast<size_t>(pair.x)));
   }
   matchedFirst.reserve(matchedFirst.size() + pairs.size());
   matchedSecond.reserve(matchedSecond.size() + pairs.size());

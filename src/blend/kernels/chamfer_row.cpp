@@ -14,6 +14,7 @@
 #include <hwy/highway.h>
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 // Along a row, each distance depends on the one just before it:
 //     d[c] = min(a[c], d[c-1] + s)
@@ -53,74 +54,84 @@ void InitialRow(const std::uint8_t* content, float* d, int cols) {
 
 #if HWY_TARGET != HWY_SCALAR
 
-using D = hn::ScalableTag<float>;
+using D = Vectors<float>;
 using V = hn::Vec<D>;
 using Indices = decltype(hn::SetTableIndices(D(), static_cast<const int32_t*>(nullptr)));
 
-constexpr int32_t kLanes = static_cast<int32_t>(hn::MaxLanes(D()));
+constexpr int32_t kMaxLanes = static_cast<int32_t>(cpu::kVectorBytes / sizeof(float));
+static_assert(kMaxLanes <= static_cast<int32_t>(kRowPad), "pads are too narrow");
 
-// Moves lanes right (forward) or left (backward) across the whole vector.
+int32_t LaneCount() {
+  return static_cast<int32_t>(hn::Lanes(D()));
+}
+
+// Lanes move along the way of the chain: to the right (forward) or to the left. The
+// tables for a move by `step` lanes; lanes without a source take the last one's.
 template <bool kForward>
-struct Shifter {
-  Shifter() {
-    for (int k = 0, step = 1; step < kLanes; ++k, step *= 2) {
-      move[k] = Table([step](int32_t i) { return kForward ? i - step : i + step; });
-      isFree[k] = hn::FirstN(D(), kForward ? step : kLanes - step);
-      if (!kForward) isFree[k] = hn::Not(isFree[k]);
-    }
-    edge = Table([](int32_t) { return kForward ? kLanes - 1 : 0; });
-    HWY_ALIGN float steps[kLanes];
-    for (int32_t i = 0; i < kLanes; ++i) steps[i] = kForward ? i + 1.0f : 1.0f * (kLanes - i);
-    stepsFromEdge = hn::Load(D(), steps);
+Indices Moves(int32_t step) {
+  const int32_t lanes = LaneCount();
+  HWY_ALIGN int32_t from[kMaxLanes] = {};
+  for (int32_t i = 0; i < lanes; ++i) {
+    from[i] = kForward ? std::max(i - step, 0) : std::min(i + step, lanes - 1);
   }
-  template <class Source>
-  static Indices Table(Source source) {
-    HWY_ALIGN int32_t index[kLanes];
-    for (int32_t i = 0; i < kLanes; ++i) index[i] = std::min(std::max(source(i), 0), kLanes - 1);
-    return hn::SetTableIndices(D(), index);
-  }
-  // By 2^k lanes; the lanes that become free take `fill`'s.
-  V operator()(int k, V v, V fill) const {
-    return hn::IfThenElse(isFree[k], fill, hn::TableLookupLanes(v, move[k]));
-  }
+  return hn::SetTableIndices(D(), from);
+}
 
-  Indices move[4], edge;
-  hn::Mask<D> isFree[4];
-  V stepsFromEdge;
-};
+// The lanes without a source.
+template <bool kForward>
+hn::Mask<D> FreeLanes(int32_t step) {
+  if (kForward) return hn::FirstN(D(), static_cast<size_t>(step));
+  return hn::Not(hn::FirstN(D(), static_cast<size_t>(LaneCount() - step)));
+}
+
+// Every lane takes the one at the end of a finished vector, from which the chain comes.
+template <bool kForward>
+Indices Edge() {
+  HWY_ALIGN int32_t from[kMaxLanes] = {};
+  std::fill_n(from, LaneCount(), kForward ? LaneCount() - 1 : 0);
+  return hn::SetTableIndices(D(), from);
+}
 
 // A guess for any content. Within the vector it takes the minimum over the lanes before
 // by doubling the reach, adding the steps one by one as the equation does. From `nearest`,
 // the last distance of the vector before, it adds all steps at once as one product, which
 // equals the sums one by one unless the spacing of floats changes on the way.
 template <bool kForward>
-V CarefulGuess(const Shifter<kForward>& shift, V a, V nearest) {
+V CarefulGuess(V a, V nearest) {
   const D d;
+  const int32_t lanes = LaneCount();
   const V step = hn::Set(d, kStraightStep);
   const V cap = hn::Set(d, kDistanceCap);
   V within = a;
-  for (int k = 0, steps = 1; steps < kLanes; ++k, steps *= 2) {
-    V moved = shift(k, within, cap);
-    for (int n = 0; n < steps; ++n) moved = hn::Add(moved, step);
+  for (int32_t steps = 1; steps < lanes; steps *= 2) {
+    V moved = hn::IfThenElse(FreeLanes<kForward>(steps), cap,
+                             hn::TableLookupLanes(within, Moves<kForward>(steps)));
+    for (int32_t n = 0; n < steps; ++n) moved = hn::Add(moved, step);
     within = hn::Min(within, moved);
   }
+  HWY_ALIGN float stepsFromEdge[kMaxLanes] = {};
+  for (int32_t i = 0; i < lanes; ++i) {
+    stepsFromEdge[i] = static_cast<float>(kForward ? i + 1 : lanes - i);
+  }
   const V roundedStep = hn::Sub(hn::Add(nearest, step), nearest);
-  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, shift.stepsFromEdge)));
+  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, hn::Load(d, stepsFromEdge))));
 }
 
 // The chain of one vector: `a` the terms that do not wait, `guess` the first
-// trial, `before` the finished vector that the chain comes from.
+// trial, `nearest` the distance at the edge; `moveOne` and `freeOne` belong to a move
+// by one lane.
 template <bool kForward>
-V SolveChain(const Shifter<kForward>& shift, V a, V guess, V before) {
+HWY_INLINE V SolveChain(V a, V guess, V nearest, Indices moveOne, hn::Mask<D> freeOne) {
   const D d;
   const V step = hn::Set(d, kStraightStep);
-  const V nearest = hn::TableLookupLanes(before, shift.edge);
-  V next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+  V before = hn::IfThenElse(freeOne, nearest, hn::TableLookupLanes(guess, moveOne));
+  V next = hn::Min(a, hn::Add(before, step));
   if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(next, guess)))) return guess;
-  next = CarefulGuess(shift, a, nearest);
+  next = CarefulGuess<kForward>(a, nearest);
   do {
     guess = next;
-    next = hn::Min(a, hn::Add(shift(0, guess, nearest), step));
+    before = hn::IfThenElse(freeOne, nearest, hn::TableLookupLanes(guess, moveOne));
+    next = hn::Min(a, hn::Add(before, step));
   } while (!hn::AllTrue(d, hn::Eq(next, guess)));
   return guess;
 }
@@ -139,33 +150,38 @@ void ForwardChains(const float* up, const std::uint8_t* content, float* out, int
   const D d;
   const hn::RebindToSigned<D> di;
   const hn::Rebind<std::uint8_t, D> db;
-  static_assert(kLanes <= static_cast<int32_t>(kRowPad), "pads are too narrow");
+  const int lanes = LaneCount();
   const V cap = hn::Set(d, kDistanceCap);
   const V step = hn::Set(d, kStraightStep);
-  const Shifter<true> shift;
+  const Indices moveOne = Moves<true>(1), edge = Edge<true>();
+  const hn::Mask<D> freeOne = FreeLanes<true>(1);
   V before = cap;
-  for (int c = 0; c < cols; c += kLanes) {
+  for (int c = 0; c < cols; c += lanes) {
     const auto samples = hn::PromoteTo(di, hn::LoadU(db, content + c));
     const V init = hn::IfThenElseZero(hn::RebindMask(d, hn::Ne(samples, hn::Zero(di))), cap);
     const V left = hn::LoadU(d, up + c - 1);
     const V a = FromNeighbourRow(init, left, hn::LoadU(d, up + c), hn::LoadU(d, up + c + 1));
-    before = SolveChain(shift, a, hn::Min(a, hn::Add(left, step)), before);
+    before = SolveChain<true>(a, hn::Min(a, hn::Add(left, step)),
+                              hn::TableLookupLanes(before, edge), moveOne, freeOne);
     hn::StoreU(before, d, out + c);
   }
 }
 
 void BackwardChains(const float* fore, const float* down, float* out, int cols) {
   const D d;
+  const int lanes = LaneCount();
   const V step = hn::Set(d, kStraightStep);
-  const Shifter<false> shift;
+  const Indices moveOne = Moves<false>(1), edge = Edge<false>();
+  const hn::Mask<D> freeOne = FreeLanes<false>(1);
   V before = hn::Set(d, kDistanceCap);
   // The pads take part: they hold the cap on entry, and what they get here is a
   // longer way than the one that the last column already has.
-  for (int c = (cols - 1) / kLanes * kLanes; c >= 0; c -= kLanes) {
+  for (int c = (cols - 1) / lanes * lanes; c >= 0; c -= lanes) {
     const V right = hn::LoadU(d, down + c + 1);
     const V a = FromNeighbourRow(hn::LoadU(d, fore + c), hn::LoadU(d, down + c - 1),
                                  hn::LoadU(d, down + c), right);
-    before = SolveChain(shift, a, hn::Min(a, hn::Add(right, step)), before);
+    before = SolveChain<false>(a, hn::Min(a, hn::Add(right, step)),
+                               hn::TableLookupLanes(before, edge), moveOne, freeOne);
     hn::StoreU(before, d, out + c);
   }
 }

@@ -13,6 +13,7 @@
 #include <hwy/highway.h>
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -38,7 +39,7 @@ void MarkOne(bool empty, std::uint8_t& content, Seen& seen) {
 
 #if HWY_TARGET != HWY_SCALAR
 
-using D = hn::ScalableTag<std::uint8_t>;
+using D = Vectors<std::uint8_t>;
 using V = hn::Vec<D>;
 
 void StoreMarks(hn::Mask<D> empty, std::uint8_t* content, Seen& seen) {

@@ -8,6 +8,7 @@
 #include <hwy/highway.h>
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -16,7 +17,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET != HWY_SCALAR
 
-using D = hn::ScalableTag<std::uint8_t>;
+using D = Vectors<std::uint8_t>;
 using D16 = hn::Repartition<std::uint16_t, D>;
 using V16 = hn::Vec<D16>;
 

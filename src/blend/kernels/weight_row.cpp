@@ -14,6 +14,7 @@
 #include <hwy/highway.h>
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -25,7 +26,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 // Whole vectors only: the rows are padded.
 void Weights(const float* oldDistance, const float* newDistance, float newCap, std::uint8_t* weight,
              int cols) {
-  const hn::ScalableTag<float> d;
+  const Vectors<float> d;
   const hn::Rebind<std::uint8_t, decltype(d)> db;
   const int lanes = static_cast<int>(hn::Lanes(d));
   const auto zero = hn::Zero(d);

@@ -14,13 +14,14 @@
 
 #include "cpu/dispatch.h"
 #include "cpu/fused-inl.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-using F32 = hn::ScalableTag<float>;
+using F32 = Vectors<float>;
 using I32 = hn::RebindToSigned<F32>;
 using Bytes = hn::Rebind<std::uint8_t, F32>;
 
@@ -83,7 +84,7 @@ std::uint64_t DifferenceKernel(const std::uint8_t* first, const std::uint8_t* se
   std::uint64_t sum = 0;
   int j = 0;
 #if HWY_TARGET != HWY_SCALAR
-  const hn::ScalableTag<std::uint8_t> d;
+  const Vectors<std::uint8_t> d;
   const hn::Repartition<std::uint64_t, decltype(d)> d64;
   const int lanes = static_cast<int>(hn::Lanes(d));
   auto sums = hn::Zero(d64);
@@ -109,31 +110,35 @@ StrongResponses EdgeKernel(const std::uint8_t* above, const std::uint8_t* row,
   StrongResponses strong;
   int j = begin;
 #if HWY_TARGET != HWY_SCALAR
-  const hn::ScalableTag<std::int16_t> d;
+  const Vectors<std::int16_t> d;
   const hn::Rebind<std::uint8_t, decltype(d)> bytes;
   const hn::RepartitionToWide<decltype(d)> wide;
   const int lanes = static_cast<int>(hn::Lanes(d));
   const auto weakest = hn::Set(d, std::int16_t{kWeakest});
   const auto one = hn::Set(d, std::int16_t{1});
-  auto sums = hn::Zero(wide), counts = hn::Zero(wide), rest = hn::Zero(wide);
-  const auto column = [&](int c) HWY_ATTR {
+  // Each total is the sum of all lanes of two vectors: which products are in which of
+  // them differs from level to level.
+  auto sums = hn::Zero(wide), otherSums = hn::Zero(wide);
+  auto counts = hn::Zero(wide), otherCounts = hn::Zero(wide);
+  const auto columnAt = [&](int c) HWY_ATTR {
     const auto middle = hn::PromoteTo(d, hn::LoadU(bytes, row + c));
     return hn::Add(hn::Add(hn::PromoteTo(d, hn::LoadU(bytes, above + c)),
                            hn::PromoteTo(d, hn::LoadU(bytes, below + c))),
                    hn::Add(middle, middle));
   };
   for (; j + lanes <= end; j += lanes) {
-    const auto middle = column(j);
-    const auto sides = hn::Add(column(j - 1), column(j + 1));
+    const auto middle = columnAt(j);
+    const auto sides = hn::Add(columnAt(j - 1), columnAt(j + 1));
     const auto response =
         hn::Min(hn::Sub(hn::Add(middle, middle), sides), hn::Set(d, std::int16_t{255}));
     const auto kept = hn::IfThenElseZero(hn::Gt(response, weakest), response);
     hn::StoreU(hn::DemoteTo(bytes, kept), bytes, out + j);
-    sums = hn::ReorderWidenMulAccumulate(wide, kept, one, sums, rest);
-    counts = hn::ReorderWidenMulAccumulate(wide, hn::Min(kept, one), one, counts, rest);
+    sums = hn::ReorderWidenMulAccumulate(wide, kept, one, sums, otherSums);
+    counts = hn::ReorderWidenMulAccumulate(wide, hn::Min(kept, one), one, counts, otherCounts);
   }
-  strong.sum = static_cast<std::uint64_t>(hn::GetLane(hn::SumOfLanes(wide, hn::Add(sums, rest))));
-  strong.count = hn::GetLane(hn::SumOfLanes(wide, counts));
+  strong.sum =
+      static_cast<std::uint64_t>(hn::GetLane(hn::SumOfLanes(wide, hn::Add(sums, otherSums))));
+  strong.count = hn::GetLane(hn::SumOfLanes(wide, hn::Add(counts, otherCounts)));
 #endif
   for (; j < end; ++j) {
     const auto column = [&](int c) { return above[c] + 2 * row[c] + below[c]; };

@@ -3,11 +3,13 @@
 
 #include <cstdint>
 
+#include "cpu/vector_bytes.h"
+
 namespace jqstitching {
 
 constexpr int kBlurTaps = 5;
 /// Values behind the end of every row given, which may be read and overwritten.
-constexpr int kBlurPadding = 64;
+constexpr int kBlurPadding = static_cast<int>(cpu::kVectorBytes);
 
 /// out[j] = samples[j] as floats.
 void WidenRow(const std::uint8_t* samples, int cols, float* out);

@@ -1,6 +1,7 @@
 #include "overlap/kernels/overlap_quality.h"
 
 #include <cmath>
+#include <cstdint>
 
 #include "overlap/kernels/blur_rows.h"
 #include "overlap/kernels/float_sum.h"
@@ -17,7 +18,10 @@ float BrightnessDifference(const cv::Mat& first, const cv::Mat& second, QualityS
                       const std::uint64_t total = DifferenceRow(a, b, cols, terms.data());
                       sum.add(terms.data(), static_cast<size_t>(cols), total);
                     });
-  return sum.value() / static_cast<float>(second.rows * second.cols);
+  // The area is a 32-bit integer that wraps.
+  const auto area = static_cast<std::int32_t>(static_cast<std::uint32_t>(second.rows) *
+                                              static_cast<std::uint32_t>(second.cols));
+  return sum.value() / static_cast<float>(area);
 }
 
 float DefinitionDifference(const cv::Mat& first, const cv::Mat& second, QualityScratch& scratch) {

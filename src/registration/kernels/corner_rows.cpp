@@ -13,19 +13,20 @@
 
 #include "cpu/dispatch.h"
 #include "cpu/fused-inl.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-using F32 = hn::ScalableTag<float>;
+using F32 = Vectors<float>;
 
 void ProductsKernel(const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
                     int begin, int end, float* const* out) {
   int j = begin;
 #if HWY_TARGET != HWY_SCALAR
-  const hn::ScalableTag<std::int16_t> d16;
+  const Vectors<std::int16_t> d16;
   const hn::Rebind<std::uint8_t, decltype(d16)> d8;
   const hn::Half<decltype(d16)> h16;
   const hn::RepartitionToWide<decltype(d16)> d32;
@@ -132,7 +133,7 @@ double ResponseKernel(const float* xx, const float* yy, const float* xy, int beg
 #if HWY_TARGET != HWY_SCALAR
   const F32 d;
   const hn::Half<F32> h;
-  const hn::ScalableTag<double> d64;
+  const Vectors<double> d64;
   const int lanes = static_cast<int>(hn::Lanes(d));
   const auto weight = hn::Set(d64, kTraceWeight);
   auto sums = hn::Zero(d64);
@@ -180,9 +181,11 @@ size_t MaximaKernel(const float* above, const float* row, const float* below, in
     const auto largest = hn::Max(sides, hn::Max(up, down));
     const auto maximum = hn::And(hn::Ge(value, largest), hn::Gt(value, hn::Zero(d)));
     if (hn::AllFalse(d, maximum)) continue;
-    std::uint8_t bits[8] = {};
+    static_assert(cpu::kVectorBytes / sizeof(float) <= 16, "more lanes than two bytes of bits");
+    std::uint8_t bits[cpu::kVectorBytes] = {};
     hn::StoreMaskBits(d, maximum, bits);
     unsigned mask = bits[0] | (static_cast<unsigned>(bits[1]) << 8);
+    mask &= (1u << lanes) - 1;
     for (; mask != 0; mask &= mask - 1) {
       found[count++] = j + static_cast<int>(hwy::Num0BitsBelowLS1Bit_Nonzero32(mask));
     }

@@ -4,12 +4,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "cpu/vector_bytes.h"
+
 namespace jqstitching {
 
 /// Row kernels of the corner response. Rows are given by their first column, and
 /// [begin, end) are the columns computed. Float rows have room for kRowPadding
 /// floats behind `end`, which may be overwritten and whose contents do not count.
 constexpr int kRowPadding = 32;
+static_assert(kRowPadding * sizeof(float) >= cpu::kVectorBytes, "a vector of floats does not fit");
 
 /// The three maps of gradient products: xx, yy, xy.
 constexpr int kMaps = 3;

@@ -12,38 +12,60 @@
 #include <hwy/highway.h>
 
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-using I32 = hn::ScalableTag<std::int32_t>;
+using I32 = Vectors<std::int32_t>;
 
 #if HWY_TARGET != HWY_SCALAR
-using I16 = hn::ScalableTag<std::int16_t>;
+using I16 = Vectors<std::int16_t>;
 
-// kVectors neighbouring vectors of descriptors from `pairs` on.
-template <int kVectors>
-HWY_INLINE void Distances(const std::int16_t* pairs, size_t stride, const std::int32_t* wanted,
+// Adds the squared differences of two bins for one vector of descriptors. Which of
+// them are in which of the two sums differs from level to level; Store joins them.
+HWY_INLINE void AddPairs(const std::int16_t* pairs, hn::Vec<I16> wanted, hn::Vec<I32>& sums,
+                         hn::Vec<I32>& others) {
+  const auto difference = hn::Sub(wanted, hn::LoadU(I16(), pairs));
+  sums = hn::ReorderWidenMulAccumulate(I32(), difference, difference, sums, others);
+}
+
+// 32-bit lane k holds the products of 16-bit lanes 2 k and 2 k + 1: one descriptor.
+HWY_INLINE void Store(hn::Vec<I32> sums, hn::Vec<I32> others, std::int32_t* distances) {
+  hn::StoreU(hn::RearrangeToOddPlusEven(sums, others), I32(), distances);
+}
+
+// One vector of descriptors from `pairs` on.
+HWY_INLINE void OneVector(const std::int16_t* pairs, size_t stride, const std::int32_t* wanted,
                           size_t count, std::int32_t* distances) {
   const I32 d;
-  const I16 d16;
-  const size_t lanes = hn::Lanes(d);
-  hn::Vec<I32> sums[kVectors];
-  for (int v = 0; v < kVectors; ++v) sums[v] = hn::Zero(d);
-  auto rest = hn::Zero(d);
+  auto sums = hn::Zero(d), others = hn::Zero(d);
   for (size_t c = 0; c < count; ++c, pairs += 2 * stride) {
-    const auto value = hn::BitCast(d16, hn::Set(d, wanted[c]));
-    for (int v = 0; v < kVectors; ++v) {
-      const auto bins = hn::LoadU(d16, pairs + 2 * static_cast<size_t>(v) * lanes);
-      const auto difference = hn::Sub(value, bins);
-      sums[v] = hn::ReorderWidenMulAccumulate(d, difference, difference, sums[v], rest);
-    }
+    AddPairs(pairs, hn::BitCast(I16(), hn::Set(d, wanted[c])), sums, others);
   }
-  for (int v = 0; v < kVectors; ++v) {
-    hn::StoreU(sums[v], d, distances + static_cast<size_t>(v) * lanes);
+  Store(sums, others, distances);
+}
+
+// Four neighbouring ones, whose sums do not wait for each other.
+HWY_INLINE void FourVectors(const std::int16_t* pairs, size_t stride, const std::int32_t* wanted,
+                            size_t count, std::int32_t* distances) {
+  const I32 d;
+  const size_t lanes = hn::Lanes(d);
+  auto sums0 = hn::Zero(d), sums1 = hn::Zero(d), sums2 = hn::Zero(d), sums3 = hn::Zero(d);
+  auto others0 = hn::Zero(d), others1 = hn::Zero(d), others2 = hn::Zero(d), others3 = hn::Zero(d);
+  for (size_t c = 0; c < count; ++c, pairs += 2 * stride) {
+    const auto value = hn::BitCast(I16(), hn::Set(d, wanted[c]));
+    AddPairs(pairs, value, sums0, others0);
+    AddPairs(pairs + 2 * lanes, value, sums1, others1);
+    AddPairs(pairs + 4 * lanes, value, sums2, others2);
+    AddPairs(pairs + 6 * lanes, value, sums3, others3);
   }
+  Store(sums0, others0, distances);
+  Store(sums1, others1, distances + lanes);
+  Store(sums2, others2, distances + 2 * lanes);
+  Store(sums3, others3, distances + 3 * lanes);
 }
 #endif
 
@@ -51,14 +73,13 @@ HWY_INLINE void Distances(const std::int16_t* pairs, size_t stride, const std::i
 void DistancesKernel(const std::int16_t* pairs, size_t descriptors, size_t stride,
                      const std::int32_t* wanted, size_t count, std::int32_t* distances) {
 #if HWY_TARGET != HWY_SCALAR
-  constexpr size_t kBlock = 8;
   const size_t lanes = hn::Lanes(I32());
   size_t k = 0;
-  for (; k + kBlock * lanes <= stride; k += kBlock * lanes) {
-    Distances<kBlock>(pairs + 2 * k, stride, wanted, count, distances + k);
+  for (; k + 4 * lanes <= stride; k += 4 * lanes) {
+    FourVectors(pairs + 2 * k, stride, wanted, count, distances + k);
   }
   for (; k < descriptors; k += lanes) {
-    Distances<1>(pairs + 2 * k, stride, wanted, count, distances + k);
+    OneVector(pairs + 2 * k, stride, wanted, count, distances + k);
   }
 #else
   std::fill_n(distances, descriptors, 0);
@@ -96,7 +117,7 @@ HWY_EXPORT(LeastKernel);
 
 PairedDescriptors::PairedDescriptors(const cv::Mat& descriptors)
     : m_count(static_cast<size_t>(descriptors.rows)), m_rows(descriptors) {
-  constexpr size_t kWidest = 16;
+  constexpr size_t kWidest = cpu::kVectorBytes / sizeof(std::int32_t);
   m_stride = (m_count + kWidest - 1) / kWidest * kWidest;
   const auto bins = static_cast<size_t>(descriptors.cols);
   m_pairs.assign(m_stride * 2 * ((bins + 1) / 2), 0);

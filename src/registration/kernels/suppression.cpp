@@ -12,6 +12,7 @@
 #include <hwy/highway.h>
 
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -21,7 +22,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 // The least of `limit` and the squared distances, in 32-bit integers that wrap.
 std::int32_t NearestKernel(const std::int32_t* xs, const std::int32_t* ys, size_t count,
                            std::int32_t x, std::int32_t y, std::int32_t limit) {
-  const hn::ScalableTag<std::int32_t> d;
+  const Vectors<std::int32_t> d;
   const size_t lanes = hn::Lanes(d);
   const auto vx = hn::Set(d, x), vy = hn::Set(d, y);
   auto nearest = hn::Set(d, limit);

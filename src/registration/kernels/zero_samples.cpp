@@ -11,6 +11,7 @@
 #include <hwy/highway.h>
 // Above: once per level. Below: once.
 #include "cpu/dispatch.h"
+#include "cpu/vectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace jqstitching {
@@ -18,7 +19,7 @@ namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 void LiftZeroRow(std::uint8_t* row, size_t bytes, std::uint8_t lifted) {
-  const hn::ScalableTag<std::uint8_t> d;
+  const Vectors<std::uint8_t> d;
   const size_t lanes = hn::Lanes(d);
   const auto zero = hn::Zero(d);
   const auto value = hn::Set(d, lifted);
