@@ -16,7 +16,8 @@ enum class FilterRounding {
 };
 
 /// Found out by filtering small pictures, once for each setting of
-/// `cv::useOptimized`.
+/// `cv::useOptimized`; unknown, for this call only, when another thread changes the
+/// setting meanwhile.
 FilterRounding LibraryFilterRounding();
 
 /// Whether our own passes must fuse to follow it; nothing when it is not known or

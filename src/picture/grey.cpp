@@ -3,11 +3,23 @@
 #include <cstring>
 #include <opencv2/imgproc.hpp>
 
+#include "picture/library_rounding.h"
+
 namespace jqstitching {
 namespace {
 
 bool IsEven(const cv::Mat& picture) {
   return picture.cols % 2 == 0 && picture.rows % 2 == 0 && !picture.empty();
+}
+
+// Whether the kernels give the library's grey of this picture.
+bool IsOwnGrey(const cv::Mat& picture) {
+  return picture.channels() == 1 || OwnGreyFollows();
+}
+
+// Whether the grey rows of this picture, two at a time, give the library's half.
+bool IsOwnHalf(const cv::Mat& picture) {
+  return IsEven(picture) && IsOwnGrey(picture) && OwnHalvingFollows();
 }
 
 // One row in grey: the row itself where it is grey already, else in `buffer`.
@@ -32,13 +44,17 @@ bool IsPlainPicture(const cv::Mat& picture) {
 
 cv::Mat ToGrey(const cv::Mat& picture, ScratchPicture& greyMemory) {
   cv::Mat grey = greyMemory.shape(picture.rows, picture.cols, CV_8UC1);
+  if (!IsOwnGrey(picture) && !picture.empty()) {
+    cv::cvtColor(picture, grey, cv::COLOR_RGB2GRAY);
+    return grey;
+  }
   for (int r = 0; r < picture.rows; ++r) CopyGreyRow(picture, r, grey);
   return grey;
 }
 
 cv::Mat Halve(const cv::Mat& grey, ScratchPicture& halfMemory) {
   cv::Mat half = halfMemory.shape(grey.rows / 2, grey.cols / 2, CV_8UC1);
-  if (!IsEven(grey)) {
+  if (!IsOwnHalf(grey)) {
     // Also raises the image library's error for pictures too small to halve.
     cv::resize(grey, half, cv::Size(grey.cols / 2, grey.rows / 2), 0, 0, cv::INTER_LINEAR);
     return half;
@@ -51,7 +67,7 @@ cv::Mat Halve(const cv::Mat& grey, ScratchPicture& halfMemory) {
 
 GreyAndHalf ToGreyAndHalf(const cv::Mat& picture, ScratchPicture& greyMemory,
                           ScratchPicture& halfMemory, const std::function<void(int)>& before) {
-  if (!IsEven(picture)) {
+  if (!IsOwnHalf(picture)) {
     for (int r = 0; r < picture.rows; ++r) before(r);
     const cv::Mat grey = ToGrey(picture, greyMemory);
     return {grey, Halve(grey, halfMemory)};
@@ -69,7 +85,7 @@ GreyAndHalf ToGreyAndHalf(const cv::Mat& picture, ScratchPicture& greyMemory,
 }
 
 cv::Mat ToHalf(const cv::Mat& picture, ScratchPicture& scratch, ScratchPicture& halfMemory) {
-  if (!IsEven(picture)) return Halve(ToGrey(picture, scratch), halfMemory);
+  if (!IsOwnHalf(picture)) return Halve(ToGrey(picture, scratch), halfMemory);
   cv::Mat rows = scratch.shape(2, picture.cols, CV_8UC1);
   cv::Mat half = halfMemory.shape(picture.rows / 2, picture.cols / 2, CV_8UC1);
   for (int r = 0; r < half.rows; ++r) {
@@ -82,6 +98,14 @@ cv::Mat ToHalf(const cv::Mat& picture, ScratchPicture& scratch, ScratchPicture& 
 
 bool IsGreyOf(const cv::Mat& picture, const cv::Mat& grey, ScratchPicture& scratch) {
   if (picture.size() != grey.size() || grey.empty()) return false;
+  if (!IsOwnGrey(picture)) {
+    const cv::Mat now = ToGrey(picture, scratch);
+    for (int r = 0; r < picture.rows; ++r) {
+      if (std::memcmp(now.ptr(r), grey.ptr(r), static_cast<size_t>(picture.cols)) != 0)
+        return false;
+    }
+    return true;
+  }
   cv::Mat row = scratch.shape(1, picture.cols, CV_8UC1);
   for (int r = 0; r < picture.rows; ++r) {
     const unsigned char* now = GreyOrSelf(picture, r, row.ptr());

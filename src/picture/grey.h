@@ -13,7 +13,7 @@ bool IsPlainPicture(const cv::Mat& picture);
 
 /// Grey pixels of one row of three-channel pixels:
 /// (9798 * p0 + 19235 * p1 + 3735 * p2 + 16384) >> 15, the rule of `cv::cvtColor`
-/// code 7 for 8 bits, which is integer arithmetic and so the same on every CPU.
+/// code 7 for 8 bits in the builds of the image library that we know.
 void GreyRow(const unsigned char* colour, int cols, unsigned char* grey);
 
 /// Means of 2 x 2 blocks of two grey rows, (a + b + c + d + 2) >> 2, the rule of
@@ -25,6 +25,9 @@ void HalveRows(const unsigned char* upper, const unsigned char* lower, int cols,
 struct GreyAndHalf {
   cv::Mat grey, half;
 };
+
+/// The functions below give the image library's results: by the kernels above where
+/// these follow it (library_rounding.h), else by its own calls.
 
 /// The grey picture; a one-channel picture is copied.
 cv::Mat ToGrey(const cv::Mat& picture, ScratchPicture& greyMemory);

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "jqimageconvert.h"
+#include "picture/library_rounding.h"
 #include "stitcher/run_state.h"
 
 namespace {
@@ -19,6 +20,7 @@ void JQImageStitching::slotStartStitching() {
     Q_EMIT sglMultiImageProcessFinished(nullptr);
     return;
   }
+  jqstitching::PrepareRounding();
   const QString count = QString::number(m_fileList.size());
   m_pRun->expectFrame();
   RunState::startRun(*this);

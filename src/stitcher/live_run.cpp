@@ -2,6 +2,7 @@
 
 #include "jqglobalclass.h"
 #include "jqimageconvert.h"
+#include "picture/library_rounding.h"
 #include "stitcher/frame_pool.h"
 #include "stitcher/output_record.h"
 #include "stitcher/run_state.h"
@@ -15,6 +16,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     // Whatever can fail comes first: a bad first record leaves the stitcher idle.
     cv::Mat frame = jqstitching::FramePool::Instance().newMatrix();
     ConvertJQImgToCv8UC3(img, frame);
+    jqstitching::PrepareRounding();
     auto record = std::make_unique<_tagJQIMG>();
     m_nOverlapMode = nOverlapMode;
     m_nStitchState = 1;

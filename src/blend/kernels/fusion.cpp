@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <opencv2/imgproc.hpp>
 
 #include "blend/kernels/chamfer_steps.h"
 #include "blend/kernels/content_row.h"
 #include "blend/kernels/fuse_row.h"
 #include "blend/kernels/row_layout.h"
 #include "blend/kernels/weight_row.h"
+#include "picture/library_rounding.h"
 
 namespace jqstitching {
 namespace {
@@ -16,6 +18,18 @@ namespace {
 bool SharesMemory(const cv::Mat& a, const cv::Mat& b) {
   const std::less<const unsigned char*> before;
   return before(a.datastart, b.dataend) && before(b.datastart, a.dataend);
+}
+
+// The content of `count` columns of row r from column `begin` on. A pixel is empty
+// where the image library's grey is 0.
+RowContent MarkImageRow(const cv::Mat& image, int r, int begin, int count, std::uint8_t* content) {
+  if (image.channels() == 1 || OwnGreyFollows()) {
+    const std::uint8_t* first = image.ptr(r) + static_cast<std::size_t>(begin) * image.elemSize();
+    return MarkContent(first, image.channels(), content, count);
+  }
+  cv::Mat grey;
+  cv::cvtColor(image.row(r), grey, cv::COLOR_RGB2GRAY);
+  return MarkContent(grey.ptr() + begin, 1, content, count);
 }
 
 /// The weights of a pair, row by row from the bottom.
@@ -31,7 +45,7 @@ class WeightRows {
     scratch.oldMap.prepare(oldBlock.rows, m_cols);
     scratch.edge.prepare(oldBlock.rows, m_cols);
     for (int r = 0; r < oldBlock.rows; ++r) {
-      const RowContent summary = MarkContent(oldBlock.ptr(r), oldBlock.channels(), content, m_cols);
+      const RowContent summary = MarkImageRow(oldBlock, r, 0, m_cols, content);
       scratch.oldMap.forwardRow(r, summary, content);
     }
     m_hasHoles = hasHoles(newFrame, content);
@@ -57,9 +71,7 @@ class WeightRows {
   // Empty pixels inside the border. The border itself counts as empty anyway.
   bool hasHoles(const cv::Mat& frame, std::uint8_t* content) const {
     for (int r = 1; r + 1 < frame.rows && m_cols > 2; ++r) {
-      const std::uint8_t* inner = frame.ptr(r) + frame.elemSize();
-      if (MarkContent(inner, frame.channels(), content, m_cols - 2) != RowContent::kFull)
-        return true;
+      if (MarkImageRow(frame, r, 1, m_cols - 2, content) != RowContent::kFull) return true;
     }
     return false;
   }
@@ -69,7 +81,7 @@ class WeightRows {
     for (int r = 0; r < frame.rows; ++r) {
       RowContent summary = RowContent::kEmpty;
       if (r > 0 && r + 1 < frame.rows) {
-        summary = MarkContent(frame.ptr(r), frame.channels(), content, m_cols);
+        summary = MarkImageRow(frame, r, 0, m_cols, content);
         if (summary == RowContent::kFull) summary = RowContent::kMixed;
         content[0] = content[m_cols - 1] = 0;
       }
