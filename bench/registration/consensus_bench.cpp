@@ -9,8 +9,8 @@ const bool g_registered = jqbench::RegisterKernel(
       cv::RNG random(7);
       std::vector<cv::Point> first, second;
       for (int i = 0; i < kMatches; ++i) {
-        const cv::Point at(random.uniform(0, size.width), random.uniform(0, size.height));
-        const cv::Point error(random.uniform(-5, 6), random.uniform(-5, 6));
+        const cv::Point at{random.uniform(0, size.width), random.uniform(0, size.height)};
+        const cv::Point error{random.uniform(-5, 6), random.uniform(-5, 6)};
         first.push_back(at);
         second.push_back(at + error - cv::Point(size.width / 5, 3));
       }

@@ -22,12 +22,11 @@ void AddSpecks(cv::Mat& picture, double share, int contrast, cv::RNG& random) {
   constexpr double kMeanArea = 40.0;  // of an ellipse with such half-axes
   const auto count = static_cast<int>(share * static_cast<double>(picture.total()) / kMeanArea);
   for (int i = 0; i < count; ++i) {
-    const cv::Point centre(random.uniform(0, picture.cols), random.uniform(0, picture.rows));
-    const cv::Size axes(random.uniform(kSmallest, kLargest), random.uniform(kSmallest, kLargest));
+    const cv::Point centre{random.uniform(0, picture.cols), random.uniform(0, picture.rows)};
+    const cv::Size axes{random.uniform(kSmallest, kLargest), random.uniform(kSmallest, kLargest)};
     const int sign = random.uniform(0, 2) == 0 ? -1 : 1;
-    const cv::Scalar colour(128 + sign * random.uniform(contrast / 2, contrast),
-                            128 + sign * random.uniform(contrast / 2, contrast),
-                            128 + sign * random.uniform(contrast / 2, contrast));
+    cv::Scalar colour;
+    for (int k = 0; k < 3; ++k) colour[k] = 128 + sign * random.uniform(contrast / 2, contrast);
     cv::ellipse(picture, centre, axes, random.uniform(0, 180), 0, 360, colour, cv::FILLED);
   }
 }

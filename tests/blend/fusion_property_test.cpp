@@ -18,8 +18,8 @@ class FusionProperty : public PropertyTest {
     cv::Mat block = pictures::Any(random, rows, cols, type);
     if (random.OneIn(2)) {
       block = pictures::Texture(random, rows, cols, type);
-      const cv::Rect content(random.Int(0, cols - 1), random.Int(0, rows - 1), random.Int(1, cols),
-                             random.Int(1, rows));
+      const cv::Rect content{random.Int(0, cols - 1), random.Int(0, rows - 1), random.Int(1, cols),
+                             random.Int(1, rows)};
       cv::Mat kept = cv::Mat::zeros(rows, cols, type);
       const cv::Rect inside = content & cv::Rect(0, 0, cols, rows);
       block(inside).copyTo(kept(inside));
@@ -66,9 +66,10 @@ TEST_P(FusionProperty, EqualsTheTwin) {
     const int cols = random.Size(160);
     const int type = AnyType(random);
     const bool differs = random.OneIn(25);
-    Compare(random, engines, OldBlock(random, rows, cols, type),
-            pictures::Any(random, differs ? random.Size(120) : rows, cols,
-                          differs ? AnyType(random) : type));
+    const cv::Mat old = OldBlock(random, rows, cols, type);
+    const int frameRows = differs ? random.Size(120) : rows;
+    const int frameType = differs ? AnyType(random) : type;
+    Compare(random, engines, old, pictures::Any(random, frameRows, cols, frameType));
   });
 }
 
@@ -100,7 +101,7 @@ TEST_P(FusionProperty, EqualsTheTwinOnLargeBlocks) {
     cv::Mat old = OldBlock(random, rows, cols, type);
     if (random.OneIn(2)) {
       old = pictures::Flat(rows, cols, type, random.Int(1, 255));
-      old(cv::Rect(random.Int(0, cols - 1), random.Int(0, rows - 1), 1, 1)).setTo(0);
+      old(cv::Rect{random.Int(0, cols - 1), random.Int(0, rows - 1), 1, 1}).setTo(0);
     }
     cv::Mat frame = pictures::Flat(rows, cols, type, random.Int(3, 255));
     if (random.OneIn(2)) pictures::BlackHoles(random, frame);

@@ -9,7 +9,7 @@ namespace {
 class PlacementProperty : public PropertyTest {
  protected:
   static cv::Point AnyPoint(RandomSource& random, int reach) {
-    return cv::Point(random.Int(-reach, reach), random.Int(-reach, reach));
+    return cv::Point{random.Int(-reach, reach), random.Int(-reach, reach)};
   }
 };
 JQ_AT_EVERY_CPU_LEVEL(PlacementProperty);
@@ -17,15 +17,16 @@ JQ_AT_EVERY_CPU_LEVEL(PlacementProperty);
 TEST_P(PlacementProperty, BorderExpandEqualsTheTwin) {
   Repeat(1500, [](RandomSource& random) {
     const int types[] = {CV_8UC1, CV_8UC3, CV_8UC3, CV_8UC4};
+    const int type = types[random.Int(0, 3)];
     const cv::Mat picture =
-        pictures::Noise(random, random.Size(60), random.Size(60), types[random.Int(0, 3)]);
+        pictures::Noise(random, cv::Size{random.Size(60), random.Size(60)}, type);
     // A view's growth may show what lies round it: that is the image library's.
     const GuardedMatrix mosaic(random, picture);
     const int growRows = random.Int(0, 30);
     const int growCols = random.Int(0, 30);
     const int frameRows = random.OneIn(2) ? growRows : random.Int(0, 40);
     const int frameCols = random.OneIn(2) ? growCols : random.Int(0, 40);
-    const cv::Point position(random.Int(-5, picture.cols), random.Int(-5, picture.rows));
+    const cv::Point position{random.Int(-5, picture.cols), random.Int(-5, picture.rows)};
     const cv::Point offset = AnyPoint(random, 30);
     const cv::Point boxMin = AnyPoint(random, 100);
     const cv::Point boxMax = AnyPoint(random, 100);
@@ -79,13 +80,15 @@ TEST_P(PlacementProperty, BlendEqualsTheTwin) {
     const int type = random.OneIn(3) ? CV_8UC1 : CV_8UC3;
     const int rows = random.Size(70);
     const int cols = random.Size(70);
-    cv::Mat picture = pictures::Any(random, rows * divisor + random.Int(0, divisor - 1),
-                                    cols * divisor + random.Int(0, divisor - 1), type);
+    cv::Mat picture = pictures::Any(random,
+                                    cv::Size{cols * divisor + random.Int(0, divisor - 1),
+                                             rows * divisor + random.Int(0, divisor - 1)},
+                                    type);
     if (random.OneIn(25)) picture = pictures::Any(random, rows, cols, CV_8UC4);
     const GuardedMatrix frame(random, picture);
     const GuardedMatrix frameTwin = frame.Twin();
     const cv::Mat canvas =
-        random.OneIn(4) ? pictures::Any(random, random.Size(150), random.Size(150), type)
+        random.OneIn(4) ? pictures::Any(random, cv::Size{random.Size(150), random.Size(150)}, type)
                         : pictures::Any(random, 2 * rows + random.Int(0, rows), 2 * cols, type);
     const GuardedMatrix mosaic(random, canvas);
     const GuardedMatrix mosaicTwin = mosaic.Twin();

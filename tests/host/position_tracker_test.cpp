@@ -23,8 +23,9 @@ TEST(PositionTracker, FollowsTheOriginThroughEveryGrowth) {
     for (int step = 0; step < 12; ++step) {
       // Half a frame is the shift that just touches an edge.
       const int choices[] = {0, 1, 20, 35};
-      const cv::Point offset(choices[random.uniform(0, 4)] * (random.uniform(0, 2) * 2 - 1),
-                             choices[random.uniform(0, 3)] * (random.uniform(0, 2) * 2 - 1));
+      const int size[] = {choices[random.uniform(0, 4)], choices[random.uniform(0, 3)]};
+      const int sign[] = {random.uniform(0, 2) * 2 - 1, random.uniform(0, 2) * 2 - 1};
+      const cv::Point offset(size[0] * sign[0], size[1] * sign[1]);
       cv::Mat grown;
       cv::Point moved, boxMin, boxMax;
       engine.BorderExpand(mosaic, frame.height, frame.width, offset.x, offset.y, frame.height,

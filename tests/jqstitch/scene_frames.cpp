@@ -15,13 +15,13 @@ cv::Mat MakeScene(cv::Size size) {
   cv::Mat scene(size, CV_8UC3, cv::Scalar(200, 190, 210));
   const int shapes = size.area() / 220;
   for (int i = 0; i < shapes; ++i) {
-    const cv::Point centre(random.uniform(0, size.width), random.uniform(0, size.height));
-    const cv::Scalar colour(random.uniform(60, 250), random.uniform(60, 250),
-                            random.uniform(60, 250));
+    const cv::Point centre{random.uniform(0, size.width), random.uniform(0, size.height)};
+    cv::Scalar colour;
+    for (int k = 0; k < 3; ++k) colour[k] = random.uniform(60, 250);
     if (i % 2 == 0) {
       cv::circle(scene, centre, random.uniform(3, 9), colour, cv::FILLED, cv::LINE_AA);
     } else {
-      const cv::Size half(random.uniform(2, 9), random.uniform(2, 9));
+      const cv::Size half{random.uniform(2, 9), random.uniform(2, 9)};
       cv::rectangle(scene, cv::Rect(centre - cv::Point(half), half * 2), colour, cv::FILLED);
     }
   }

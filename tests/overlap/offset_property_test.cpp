@@ -53,7 +53,7 @@ TEST_P(OffsetProperty, EqualsTheTwinCallAfterCall) {
     const int cols = random.OneIn(3) ? random.Size(90) : random.Int(82, 200);
     const cv::Mat scene = pictures::Any(random, rows + 40, cols + 40, type);
     for (int k = 0; k < 3; ++k) {
-      cv::Mat frame = scene(cv::Rect(random.Int(0, 40), random.Int(0, 40), cols, rows)).clone();
+      cv::Mat frame = scene(cv::Rect{random.Int(0, 40), random.Int(0, 40), cols, rows}).clone();
       if (random.OneIn(5)) frame = pictures::Any(random, rows, cols, type);
       if (random.OneIn(25)) frame = pictures::Any(random, rows + 1, cols, type);
       if (random.OneIn(25)) frame = pictures::Any(random, rows, cols, CV_8UC1);
@@ -82,7 +82,7 @@ TEST_P(OffsetProperty, EqualsTheTwinCallAfterCall) {
         // As after an accepted frame, or a shift that reaches far.
         const cv::Point shift = random.OneIn(2)
                                     ? cv::Point(0, 0)
-                                    : cv::Point(random.Int(-cols, cols), random.Int(-rows, rows));
+                                    : cv::Point{random.Int(-cols, cols), random.Int(-rows, rows)};
         for (Side* side : {&one, &two}) {
           side->flags.offsetX = shift.x;
           side->flags.offsetY = shift.y;

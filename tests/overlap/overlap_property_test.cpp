@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/engine_pair.h"
 #include "support/guarded_matrix.h"
 #include "support/property_test.h"
@@ -19,10 +21,12 @@ TEST_P(ExtractionProperty, EqualsTheTwin) {
     const int rows = random.Size(40);
     const int cols = random.Size(40);
     const int type = AnyType(random);
-    const GuardedMatrix first(random, pictures::Noise(random, random.Int(1, 2 * rows + 9),
-                                                      random.Int(1, 2 * cols + 9), type));
+    const GuardedMatrix first(
+        random,
+        pictures::Noise(random, cv::Size{random.Int(1, 2 * cols + 9), random.Int(1, 2 * rows + 9)},
+                        type));
     const GuardedMatrix second(random, pictures::Noise(random, rows, cols, AnyType(random)));
-    const cv::Point origin(random.Int(-1, cols), random.Int(-1, rows));
+    const cv::Point origin{random.Int(-1, cols), random.Int(-1, rows)};
     const int dx = random.Int(-cols - 1, cols + 1);
     const int dy = random.Int(-rows - 1, rows + 1);
     const bool mosaic = random.OneIn(2);
@@ -96,9 +100,10 @@ TEST_P(QualityProperty, EqualsTheTwin) {
     const int type = AnyType(random);
     const GuardedMatrix first(random, pictures::Any(random, rows, cols, type));
     const bool differs = random.OneIn(8);
-    const GuardedMatrix second(
-        random, pictures::Any(random, differs ? random.Size(99) : rows,
-                              differs ? random.Size(99) : cols, differs ? AnyType(random) : type));
+    const int secondRows = differs ? random.Size(99) : rows;
+    const int secondCols = differs ? random.Size(99) : cols;
+    const int secondType = differs ? AnyType(random) : type;
+    const GuardedMatrix second(random, pictures::Any(random, secondRows, secondCols, secondType));
     Compare(random, engines, first, second);
     Compare(random, engines, second, first);
   });
@@ -115,9 +120,12 @@ TEST_P(QualityProperty, EqualsTheTwinWhereSumsLoseBits) {
     cv::Mat blocks;  // coarse black and white: strong responses
     cv::resize(pictures::Noise(random, rows / 2, cols / 2, CV_8UC1) > 128, blocks, bright.size(), 0,
                0, cv::INTER_NEAREST);
-    Compare(random, engines, GuardedMatrix(random, bright), GuardedMatrix(random, dark));
-    Compare(random, engines, GuardedMatrix(random, blocks), GuardedMatrix(random, bright));
-    Compare(random, engines, GuardedMatrix(random, dark), GuardedMatrix(random, blocks));
+    for (const auto& pair :
+         {std::pair(bright, dark), std::pair(blocks, bright), std::pair(dark, blocks)}) {
+      const GuardedMatrix first(random, pair.first);
+      const GuardedMatrix second(random, pair.second);
+      Compare(random, engines, first, second);
+    }
   });
 }
 

@@ -193,7 +193,8 @@ TEST_P(ConvertProperty, IsThatOfTheTwin) {
     const int depth = random.OneIn(2) ? CV_8U : CV_16U;
     const int type = CV_MAKETYPE(depth, channels[random.Int(0, 2)]);
     cv::Mat bytes = pictures::Noise(
-        random, random.Size(40), random.Size(70) * static_cast<int>(CV_ELEM_SIZE(type)), CV_8UC1);
+        random, cv::Size{random.Size(70) * static_cast<int>(CV_ELEM_SIZE(type)), random.Size(40)},
+        CV_8UC1);
     const cv::Mat frame(bytes.rows, bytes.cols / static_cast<int>(CV_ELEM_SIZE(type)), type,
                         bytes.data, bytes.step);
     HostRecord record(frame, random.OneIn(2) ? random.Int(1, 9) : 0);
@@ -206,7 +207,8 @@ TEST_P(ConvertProperty, IsThatOfTheTwin) {
 // One random byte of a sound record changed: both take it or both refuse it.
 TEST_P(ConvertProperty, RefusalIsThatOfTheTwin) {
   Repeat(2000, [](RandomSource& random) {
-    HostRecord record(pictures::Noise(random, 3, 4, CV_8UC3), random.Int(0, 3));
+    const cv::Mat picture = pictures::Noise(random, 3, 4, CV_8UC3);
+    HostRecord record(picture, random.Int(0, 3));
     const int fields[] = {12, 13, 14, 15, 16, 17, 18, 19, 20, 22, 23, 32, 33, 34, 35};
     auto* bytes = reinterpret_cast<unsigned char*>(record.get());
     bytes[fields[random.Int(0, 14)]] =

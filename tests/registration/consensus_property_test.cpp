@@ -21,14 +21,14 @@ TEST_P(ConsensusProperty, EqualsTheTwin) {
     const int spread = random.Int(0, 9);
     Points shifts(random.Int(1, 5));
     for (cv::Point& s : shifts) {
-      s = cv::Point(random.Int(-reach / 2, reach / 2), random.Int(-reach / 2, reach / 2));
+      s = cv::Point{random.Int(-reach / 2, reach / 2), random.Int(-reach / 2, reach / 2)};
     }
     Points first(random.Int(0, random.OneIn(5) ? 150 : 30));
     Points second(first.size());
     for (std::size_t k = 0; k < first.size(); ++k) {
-      second[k] = cv::Point(random.Int(-reach / 2, reach / 2), random.Int(-reach / 2, reach / 2));
+      second[k] = cv::Point{random.Int(-reach / 2, reach / 2), random.Int(-reach / 2, reach / 2)};
       const cv::Point shift = shifts[random.Int(0, static_cast<int>(shifts.size()) - 1)];
-      const cv::Point error(random.Int(-spread, spread), random.Int(-spread, spread));
+      const cv::Point error{random.Int(-spread, spread), random.Int(-spread, spread)};
       first[k] = second[k] + shift + error * (random.OneIn(2) ? 1 : 0);
     }
     if (random.OneIn(8) && !second.empty()) second.pop_back();

@@ -74,7 +74,7 @@ TEST_P(CornerKernels, RadiiFollowTheRule) {
     std::vector<Candidate> list(random.Int(1, 90));
     for (Candidate& c : list) {
       c.response = static_cast<float>(random.Int(1, 12)) * 0.5f;
-      c.position = cv::Point(random.Int(20, 400), random.Int(20, 400));
+      c.position = cv::Point{random.Int(20, 400), random.Int(20, 400)};
     }
     const std::vector<float> radii = jqstitching::SuppressionRadii(list);
     ASSERT_EQ(radii.size(), list.size());
@@ -103,8 +103,9 @@ TEST_P(CornerKernels, RadiiFollowTheRule) {
 TEST_P(CornerKernels, BoundedMeanGivesTheSameCandidates) {
   Repeat(120, [](RandomSource& random) {
     const cv::Mat picture =
-        random.OneIn(6) ? RampWithBar(41 + 2 * random.Int(0, 6), 100)
-                        : pictures::Any(random, random.Int(41, 120), random.Int(41, 120), CV_8UC1);
+        random.OneIn(6)
+            ? RampWithBar(41 + 2 * random.Int(0, 6), 100)
+            : pictures::Any(random, cv::Size{random.Int(41, 120), random.Int(41, 120)}, CV_8UC1);
     jqstitching::CornerScratch bounded;
     jqstitching::CornerScratch ordered;
     jqstitching::FindCandidates(picture, jqstitching::MeanSum::kBounded, bounded);

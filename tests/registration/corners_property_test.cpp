@@ -28,7 +28,10 @@ class CornersProperty : public PropertyTest {
   void Compare(EnginePair& engines, RandomSource& random, const cv::Mat& picture) {
     const GuardedMatrix image(random, picture);
     Points one;
-    if (random.OneIn(4)) one.resize(random.Int(1, 5), cv::Point(random.Int(-9, 9), 3));
+    if (random.OneIn(4)) {
+      const cv::Point before(random.Int(-9, 9), 3);
+      one.resize(random.Int(1, 5), before);
+    }
     Points two = one;
     const Outcome library =
         Ending([&] { engines.library.FindHarrisCornerCoordianteFun(image.View(), one); });
@@ -50,7 +53,7 @@ TEST_P(CornersProperty, EqualTheTwinOnAnyPicture) {
     EnginePair engines;
     engines.RandomParameters(random, -1, 8);
     const int type = random.OneIn(8) ? CV_8UC3 : CV_8UC1;
-    Compare(engines, random, pictures::Any(random, Side(random), Side(random), type));
+    Compare(engines, random, pictures::Any(random, cv::Size{Side(random), Side(random)}, type));
   });
 }
 
@@ -60,7 +63,7 @@ TEST_P(CornersProperty, EqualTheTwinOnRichPictures) {
     EnginePair engines;
     engines.RandomParameters(random, 1, 7);
     const cv::Mat picture =
-        pictures::Texture(random, random.Int(250, 420), random.Int(250, 420), CV_8UC1);
+        pictures::Texture(random, cv::Size{random.Int(250, 420), random.Int(250, 420)}, CV_8UC1);
     Compare(engines, random, picture);
     Compare(engines, random, pictures::Noise(random, 300, 300, CV_8UC1));
   });
@@ -72,7 +75,8 @@ TEST_P(CornersProperty, EqualTheTwinCallAfterCall) {
     EnginePair engines;
     for (int k = 0; k < 8 && !HasFailure(); ++k) {
       engines.RandomParameters(random, 1, 8);
-      Compare(engines, random, pictures::Any(random, Side(random), Side(random), CV_8UC1));
+      Compare(engines, random,
+              pictures::Any(random, cv::Size{Side(random), Side(random)}, CV_8UC1));
     }
   });
 }

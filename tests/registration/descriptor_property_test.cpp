@@ -15,7 +15,8 @@ JQ_AT_EVERY_CPU_LEVEL(DescriptorProperty);
 TEST_P(DescriptorProperty, EqualsTheTwin) {
   Repeat(500, [](RandomSource& random) {
     const int type = random.OneIn(5) ? CV_8UC3 : CV_8UC1;
-    const cv::Mat picture = pictures::Any(random, random.Size(150), random.Size(150), type);
+    const cv::Mat picture =
+        pictures::Any(random, cv::Size{random.Size(150), random.Size(150)}, type);
     const GuardedMatrix image(random, picture);
     // Mostly near the edges, where each neighbour has its own rule.
     std::vector<cv::Point> corners(random.Int(0, 40));

@@ -62,13 +62,13 @@ TEST_P(MatchingProperty, MatchedPointsEqualTheTwins) {
     Points p1(random.Int(0, 9));
     Points p2(random.Int(0, 9));
     for (Points* list : {&p1, &p2}) {
-      for (cv::Point& p : *list) p = cv::Point(random.Int(-99, 99), random.Int(-99, 99));
+      for (cv::Point& p : *list) p = cv::Point{random.Int(-99, 99), random.Int(-99, 99)};
     }
     Points pairs(random.Int(0, 12));
     const int slack = random.OneIn(4) || p1.empty() || p2.empty() ? 1 : 0;
     for (cv::Point& pair : pairs) {
-      pair = cv::Point(random.Int(-slack, static_cast<int>(p2.size()) - 1 + slack),
-                       random.Int(-slack, static_cast<int>(p1.size()) - 1 + slack));
+      pair = cv::Point{random.Int(-slack, static_cast<int>(p2.size()) - 1 + slack),
+                       random.Int(-slack, static_cast<int>(p1.size()) - 1 + slack)};
     }
     EnginePair engines;
     Points m1[2];

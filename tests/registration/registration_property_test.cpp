@@ -38,9 +38,10 @@ TEST_P(RegistrationProperty, EqualsTheTwinOnAnyPictures) {
     const int firstType = types[random.OneIn(10) ? random.Int(0, 4) : random.Int(0, 1)];
     const int secondType = random.OneIn(6) ? types[random.Int(0, 4)] : firstType;
     const GuardedMatrix first(
-        random, pictures::Any(random, random.Int(1, 190), random.Int(1, 190), firstType));
+        random, pictures::Any(random, cv::Size{random.Int(1, 190), random.Int(1, 190)}, firstType));
     const GuardedMatrix second(
-        random, pictures::Any(random, random.Int(1, 190), random.Int(1, 190), secondType));
+        random,
+        pictures::Any(random, cv::Size{random.Int(1, 190), random.Int(1, 190)}, secondType));
     Compare(engines, first.View(), second.View());
     EXPECT_TRUE(first.Untouched());
     EXPECT_TRUE(second.Untouched());
@@ -53,9 +54,9 @@ TEST_P(RegistrationProperty, EqualsTheTwinOnShiftedPictures) {
     engines.RandomParameters(random, 1, 6);
     const int type = random.OneIn(3) ? CV_8UC1 : CV_8UC3;
     const cv::Mat scene = pictures::Texture(random, 330, 380, type);
-    const cv::Size size(random.Int(200, 300), random.Int(180, 250));
-    const cv::Rect one(cv::Point(random.Int(0, 80), random.Int(0, 80)), size);
-    const cv::Rect two(cv::Point(random.Int(0, 80), random.Int(0, 80)), size);
+    const cv::Size size{random.Int(200, 300), random.Int(180, 250)};
+    const cv::Rect one(cv::Point{random.Int(0, 80), random.Int(0, 80)}, size);
+    const cv::Rect two(cv::Point{random.Int(0, 80), random.Int(0, 80)}, size);
     Compare(engines, scene(one), scene(two));
   });
 }
@@ -72,7 +73,7 @@ TEST_P(RegistrationProperty, EqualsTheTwinWhenPicturesComeBackChanged) {
     const cv::Mat scene = pictures::Texture(random, rows + 30, cols + 30, type);
     std::vector<cv::Mat> pool;
     for (int k = 0; k < 3; ++k) {
-      pool.push_back(scene(cv::Rect(random.Int(0, 30), random.Int(0, 30), cols, rows)).clone());
+      pool.push_back(scene(cv::Rect{random.Int(0, 30), random.Int(0, 30), cols, rows}).clone());
     }
     int reference = 0;
     for (int call = 0; call < 12 && !HasFailure(); ++call) {
@@ -86,7 +87,7 @@ TEST_P(RegistrationProperty, EqualsTheTwinWhenPicturesComeBackChanged) {
           break;
         }
         case 1:  // another picture in the same memory
-          scene(cv::Rect(random.Int(0, 30), random.Int(0, 30), cols, rows)).copyTo(first);
+          scene(cv::Rect{random.Int(0, 30), random.Int(0, 30), cols, rows}).copyTo(first);
           break;
         case 2:  // the same picture in other memory
           first = first.clone();

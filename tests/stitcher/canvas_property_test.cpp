@@ -38,21 +38,22 @@ TEST_P(CanvasProperty, AnySequenceIsThatOfTheTwin) {
     JQImageStitching library;
     reference::Stitcher twin;
     const int type = random.OneIn(2) ? CV_8UC1 : CV_8UC3;
-    cv::Mat frame = pictures::Noise(random, random.Int(1, 14), random.Int(1, 14), type);
+    cv::Mat frame = pictures::Noise(random, cv::Size{random.Int(1, 14), random.Int(1, 14)}, type);
     library.initResultMat(&frame);
     twin.initResultMat(&frame);
     ExpectSameCanvas(library, twin);
     for (int step = random.Int(1, 7); step > 0; --step) {
       // Often of another size than the first frame, and often exactly on an edge.
-      cv::Mat next = random.OneIn(2)
-                         ? frame
-                         : pictures::Noise(random, random.Int(1, 20), random.Int(1, 20), type);
+      cv::Mat next =
+          random.OneIn(2)
+              ? frame
+              : pictures::Noise(random, cv::Size{random.Int(1, 20), random.Int(1, 20)}, type);
       if (random.OneIn(2)) {
-        const cv::Point place(random.Int(-20, twin.m_canvasCols + 5),
-                              random.Int(-20, twin.m_canvasRows + 5));
+        const cv::Point place{random.Int(-20, twin.m_canvasCols + 5),
+                              random.Int(-20, twin.m_canvasRows + 5)};
         library.m_framePos = twin.m_framePos = place;
       }
-      cv::Point offset(random.Int(-20, 20), random.Int(-20, 20));
+      cv::Point offset{random.Int(-20, 20), random.Int(-20, 20)};
       if (random.OneIn(3)) offset.x = -twin.m_framePos.x;
       if (random.OneIn(3)) offset.y = -twin.m_framePos.y;
       if (random.OneIn(3)) offset.x = twin.m_canvasCols - next.cols - twin.m_framePos.x;
@@ -76,9 +77,10 @@ TEST_P(CanvasProperty, BackgroundIsThatOfTheTwin) {
     JQImageStitching library;
     reference::Stitcher twin;
     const int type = random.OneIn(4) ? CV_8UC4 : CV_8UC3;
-    const cv::Mat whole =
-        pictures::Noise(random, random.Size(40), random.Size(40), type, 0, random.Int(0, 2));
-    const cv::Rect view(0, 0, random.Int(1, whole.cols), random.Int(1, whole.rows));
+    const cv::Size size{random.Size(40), random.Size(40)};
+    const int highest = random.Int(0, 2);
+    const cv::Mat whole = pictures::Noise(random, size, type, 0, highest);
+    const cv::Rect view{0, 0, random.Int(1, whole.cols), random.Int(1, whole.rows)};
     const cv::Mat forLibrary = whole.clone();
     const cv::Mat forTwin = whole.clone();
     inside::CurFrame(library) = forLibrary(view);

@@ -73,7 +73,7 @@ void LiveRuns::Run(RandomSource& random) {
     cv::Mat frame = k == 0 ? stage.First() : stage.Next();
     // Above level 1 a smaller frame fits too, and shrinks the reference for one call.
     if (k > 0 && detectLevel > 1 && random.OneIn(6)) {
-      frame = frame(cv::Rect(0, 0, frame.cols - random.Int(0, 9), frame.rows - random.Int(1, 9)));
+      frame = frame(cv::Rect{0, 0, frame.cols - random.Int(0, 9), frame.rows - random.Int(1, 9)});
     }
     // Later frames may carry any three ints.
     const int noise = k == 0 ? 0 : random.Int(-2, 2);

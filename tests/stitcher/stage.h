@@ -14,8 +14,8 @@ class Stage {
   /// scale against the camera frame, so a higher level needs longer steps.
   Stage(RandomSource& random, int mode, int level) : m_random(random), m_level(level) {
     const int scale[] = {0, 10, 19, 24};
-    m_size = cv::Size(random.Int(200, 241) * scale[level] / 10,
-                      random.Int(180, 221) * scale[level] / 10);
+    m_size = cv::Size{random.Int(200, 241) * scale[level] / 10,
+                      random.Int(180, 221) * scale[level] / 10};
     const int rows = m_size.height * 3, cols = m_size.width * 3;
     m_scene = mode == 0 ? scenes::Dense(random, rows, cols, level)
                         : scenes::Quiet(random, rows, cols, level);
@@ -32,11 +32,11 @@ class Stage {
         Move(1, 7);
         return Cut();
       case 2:  // a jump
-        m_at = cv::Point(m_random.Int(0, m_scene.cols), m_random.Int(0, m_scene.rows));
+        m_at = cv::Point{m_random.Int(0, m_scene.cols), m_random.Int(0, m_scene.rows)};
         return Cut();
       case 3:  // back to a frame that is placed already, not quite exactly
         m_at = m_placed[m_random.Int(0, static_cast<int>(m_placed.size()) - 1)];
-        m_at += cv::Point(m_random.Int(-9, 9), m_random.Int(-9, 9));
+        m_at += cv::Point{m_random.Int(-9, 9), m_random.Int(-9, 9)};
         return Cut();
       case 4:  // without content
         return cv::Mat(m_size, CV_8UC3, cv::Scalar::all(m_random.Int(0, 255)));

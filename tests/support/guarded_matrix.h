@@ -15,9 +15,11 @@ class GuardedMatrix {
   /// With margins of 0 the view is the whole matrix and continuous.
   GuardedMatrix(RandomSource& random, const cv::Mat& picture) {
     const int margin = random.OneIn(2) ? 17 : 0;
-    m_frame = cv::Rect(random.Int(0, margin), random.Int(0, margin), picture.cols, picture.rows);
-    m_whole = pictures::Noise(random, m_frame.br().y + random.Int(0, margin),
-                              m_frame.br().x + random.Int(0, margin), picture.type());
+    m_frame = cv::Rect{random.Int(0, margin), random.Int(0, margin), picture.cols, picture.rows};
+    m_whole = pictures::Noise(
+        random,
+        cv::Size{m_frame.br().x + random.Int(0, margin), m_frame.br().y + random.Int(0, margin)},
+        picture.type());
     picture.copyTo(m_whole(m_frame));
     m_before = m_whole.clone();
   }

@@ -25,6 +25,10 @@ inline cv::Mat Noise(RandomSource& random, int rows, int cols, int type, int low
   return picture;
 }
 
+inline cv::Mat Noise(RandomSource& random, cv::Size size, int type, int low = 0, int high = 255) {
+  return Noise(random, size.height, size.width, type, low, high);
+}
+
 /// Smoothed noise with lines, discs and boxes on it: many distinct corners.
 /// No sample is 0.
 inline cv::Mat Texture(RandomSource& random, int rows, int cols, int type) {
@@ -32,29 +36,34 @@ inline cv::Mat Texture(RandomSource& random, int rows, int cols, int type) {
   cv::GaussianBlur(picture, picture, cv::Size(5, 5), 1.5);
   const int shapes = 4 + rows * cols / 900;
   for (int s = 0; s < shapes; ++s) {
-    const cv::Scalar colour(random.Int(1, 255), random.Int(1, 255), random.Int(1, 255),
-                            random.Int(1, 255));
-    const cv::Point at(random.Int(0, cols - 1), random.Int(0, rows - 1));
+    cv::Scalar colour;
+    for (int k = 0; k < 4; ++k) colour[k] = random.Int(1, 255);
+    const cv::Point at{random.Int(0, cols - 1), random.Int(0, rows - 1)};
     switch (random.Int(0, 2)) {
       case 0:
         cv::circle(picture, at, random.Int(1, 12), colour, cv::FILLED);
         break;
       case 1:
-        cv::rectangle(picture, cv::Rect(at.x, at.y, random.Int(2, 20), random.Int(2, 20)), colour,
+        cv::rectangle(picture, cv::Rect{at.x, at.y, random.Int(2, 20), random.Int(2, 20)}, colour,
                       cv::FILLED);
         break;
-      default:
-        cv::line(picture, at, at + cv::Point(random.Int(-20, 20), random.Int(-20, 20)), colour,
-                 random.Int(1, 3));
+      default: {
+        const cv::Point way{random.Int(-20, 20), random.Int(-20, 20)};
+        cv::line(picture, at, at + way, colour, random.Int(1, 3));
+      }
     }
   }
   return cv::max(picture, 1);
 }
 
+inline cv::Mat Texture(RandomSource& random, cv::Size size, int type) {
+  return Texture(random, size.height, size.width, type);
+}
+
 inline void BlackHoles(RandomSource& random, cv::Mat& picture) {
   for (int n = random.Int(1, 5); n > 0; --n) {
-    const cv::Rect hole(random.Int(-5, picture.cols), random.Int(-5, picture.rows),
-                        random.Int(1, 1 + picture.cols / 2), random.Int(1, 1 + picture.rows / 2));
+    const cv::Rect hole{random.Int(-5, picture.cols), random.Int(-5, picture.rows),
+                        random.Int(1, 1 + picture.cols / 2), random.Int(1, 1 + picture.rows / 2)};
     cv::rectangle(picture, hole, cv::Scalar::all(0), cv::FILLED);
   }
 }
@@ -90,6 +99,10 @@ inline cv::Mat Any(RandomSource& random, int rows, int cols, int type) {
     default:
       return Texture(random, rows, cols, type);
   }
+}
+
+inline cv::Mat Any(RandomSource& random, cv::Size size, int type) {
+  return Any(random, size.height, size.width, type);
 }
 
 }  // namespace pictures

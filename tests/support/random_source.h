@@ -21,7 +21,9 @@ inline int TestRounds(int usual) {
   return usual;
 }
 
-/// Random numbers that are the same on every platform for one seed.
+/// Random numbers that are the same on every platform for one seed. A compiler may
+/// evaluate the arguments of a call in any order, but those in braces from left to
+/// right: two draws stand in braces or in statements of their own.
 class RandomSource {
  public:
   explicit RandomSource(std::uint64_t seed) : m_engine(seed) {}

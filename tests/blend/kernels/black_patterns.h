@@ -33,7 +33,7 @@ inline void Put(RandomSource& random, int pattern, cv::Mat& picture) {
       return;
     case 4:  // specks
       for (int n = random.Int(1, 8); n > 0; --n) {
-        const cv::Point at(random.Int(0, cols - 1), random.Int(0, rows - 1));
+        const cv::Point at{random.Int(0, cols - 1), random.Int(0, rows - 1)};
         picture(cv::Rect(at, cv::Size(1, 1))).setTo(black);
       }
       return;
@@ -73,6 +73,10 @@ inline cv::Mat Picture(RandomSource& random, int rows, int cols, int type) {
   cv::Mat picture = pictures::Noise(random, rows, cols, type, random.OneIn(2) ? 2 : 250, 255);
   Put(random, random.Int(0, kCount - 1), picture);
   return picture;
+}
+
+inline cv::Mat Picture(RandomSource& random, cv::Size size, int type) {
+  return Picture(random, size.height, size.width, type);
 }
 
 }  // namespace black_patterns

@@ -84,7 +84,7 @@ TEST_P(ChamferKernel, EqualsThePlainPasses) {
   DistanceMap map;  // one for all sizes: nothing of an earlier picture may show
   Repeat(250, [&map](RandomSource& random) {
     const cv::Mat picture =
-        black_patterns::Picture(random, random.Size(150), random.Size(300), CV_8UC1);
+        black_patterns::Picture(random, cv::Size{random.Size(300), random.Size(150)}, CV_8UC1);
     Check(picture, map);
   });
 }

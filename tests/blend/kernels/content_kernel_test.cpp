@@ -86,7 +86,7 @@ TEST_P(ContentKernel, EqualsTheGreyConversion) {
   Repeat(300, [](RandomSource& random) {
     const int type = random.OneIn(3) ? CV_8UC1 : CV_8UC3;
     const cv::Mat picture =
-        black_patterns::Picture(random, random.Int(1, 4), random.Size(700), type);
+        black_patterns::Picture(random, cv::Size{random.Size(700), random.Int(1, 4)}, type);
     const GuardedMatrix guarded(random, picture);
     Check(guarded.View());
     EXPECT_TRUE(guarded.Untouched());

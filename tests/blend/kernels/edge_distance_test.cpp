@@ -43,7 +43,10 @@ TEST(EdgeDistance, EqualsThePassesOnNarrowAndRandomSizes) {
   RecordProperty("seed", std::to_string(seed));
   SCOPED_TRACE("JQ_TEST_SEED=" + std::to_string(seed));
   RandomSource random(seed);
-  for (int k = 0; k < 10; ++k) Check(random.Int(1, 400), random.Int(1, 400), edge);
+  for (int k = 0; k < 10; ++k) {
+    const cv::Size size{random.Int(1, 400), random.Int(1, 400)};
+    Check(size.height, size.width, edge);
+  }
 }
 
 TEST(EdgeDistance, MeetsTheCap) {
