@@ -74,11 +74,12 @@ TEST(CanvasLimits, AtTheLimitsIsTheTwins) {
   for (int k = 0; k < 2000 && !::testing::Test::HasFailure(); ++k) {
     JQImageStitching library;
     reference::Stitcher twin;
-    cv::Mat frame(random.Int(1, 8), random.Int(1, 8), CV_8UC3, cv::Scalar::all(7));
+    const cv::Size size{random.Int(1, 8), random.Int(1, 8)};
+    cv::Mat frame(size, CV_8UC3, cv::Scalar::all(7));
     library.initResultMat(&frame);
     twin.initResultMat(&frame);
-    library.m_framePos = twin.m_framePos = cv::Point(number(), number());
-    library.m_frameOffset = twin.m_frameOffset = cv::Point(number(), number());
+    library.m_framePos = twin.m_framePos = cv::Point{number(), number()};
+    library.m_frameOffset = twin.m_frameOffset = cv::Point{number(), number()};
     library.m_contentRect = {number(), number(), number(), number()};
     const JQStitchingRect& c = library.m_contentRect;
     twin.m_contentRect = {c.x1, c.y1, c.x2, c.y2};
