@@ -78,6 +78,26 @@ void WriteCalls(const std::filesystem::path& folder, RandomSource& random) {
   }
 }
 
+// Live runs as stitcher_fuzzer.cpp reads them: frames of 200 x 170 pixels, of which
+// most get placed, in every direction and both modes.
+void WriteRuns(const std::filesystem::path& folder) {
+  for (const unsigned char mode : {0, 1}) {
+    for (const unsigned char across : {20, 50, 85}) {
+      for (const unsigned char down : {12, 42, 72}) {
+        Bytes run{mode};
+        if (mode != 0) run.insert(run.end(), {0, 101});  // the number 1
+        // Level 1, the usual budget, the size.
+        run.insert(run.end(), {1, 0, 1, 110, 80});
+        for (int frame = 0; frame < 7; ++frame) run.insert(run.end(), {12, across, down, 0});
+        Write(folder,
+              "run-" + std::to_string(mode) + "-" + std::to_string(across) + "-" +
+                  std::to_string(down),
+              run);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,6 +110,7 @@ int main(int argc, char** argv) {
   WriteRecords(root / "convert");
   WritePictures(root / "image_size", random);
   WriteCalls(root / "stitcher", random);
+  WriteRuns(root / "stitcher");
   WriteCalls(root / "engine", random);
   return 0;
 }

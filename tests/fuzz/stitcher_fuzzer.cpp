@@ -59,11 +59,11 @@ void TakeFrame(Host& host, const cv::Mat& frame) {
   }
 }
 
-// The camera moves by up to a third of a frame.
+// The camera moves by up to a quarter of a frame.
 void TakeNextFrame(Host& host) {
   const cv::Size size = host.frameSize;
-  host.camera.x += host.in.range(-size.width / 3, size.width / 3);
-  host.camera.y += host.in.range(-size.height / 3, size.height / 3);
+  host.camera.x += host.in.range(-size.width / 4, size.width / 4);
+  host.camera.y += host.in.range(-size.height / 4, size.height / 4);
   TakeFrame(host, World::View(host.camera, size));
 }
 
@@ -237,7 +237,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   host.mode = in.oneIn(2) ? 0 : in.number();
   host.level = in.oneIn(8) ? in.number() : 1 + in.u8() % 3;
   host.budget = in.oneIn(4) ? in.number() : 8;
-  host.frameSize = cv::Size(in.range(90, 150), in.range(90, 130)) * (host.level == 2 ? 2 : 1);
+  host.frameSize = cv::Size(in.range(90, 200), in.range(90, 170)) * (host.level == 2 ? 2 : 1);
   for (int n = 0; n < kMostCalls && !in.atEnd(); ++n) {
     CallOnce(host);
     RequireSound(host.stitcher);
