@@ -1,0 +1,37 @@
+#ifndef JQHOST_VERDICT_DOUBT_PLACEMENT_VIEW_H
+#define JQHOST_VERDICT_DOUBT_PLACEMENT_VIEW_H
+
+#include <opencv2/core.hpp>
+
+namespace jqhost {
+
+/// A frame as the comparison of placements needs it: small, without the light's slow
+/// changes, and already transformed. Made once for each placed frame, used for its own
+/// placement and for that of the next; it holds no pixels of the frame.
+///
+/// In order: each block of `factor` x `factor` samples becomes its mean (a rest at the
+/// right and at the bottom is left off), the colour becomes grey, and the mean of the
+/// 27 x 27 samples around is taken off. 27 is wide beside the detail that tells places
+/// apart and narrow beside vignetting and shading, which would correlate at any shift.
+struct PlacementView {
+  int factor = 0;     ///< frame pixels per sample
+  cv::Mat samples;    ///< `CV_32FC1`
+  cv::Mat sums;       ///< integrals of the samples and of their squares, `CV_64FC1`,
+  cv::Mat squares;    ///< one row and one column larger
+  cv::Mat spectrum;   ///< of the samples padded with zeros, packed as `cv::dft` does it
+  double energy = 0;  ///< mean square of the samples
+
+  bool Empty() const { return samples.empty(); }
+};
+
+/// The factor for frames of this size: at least 2, so that noise is averaged, and the
+/// longer side becomes at most 400 samples, so that the cost does not grow with the frame.
+int ViewFactor(cv::Size frame);
+
+/// @param frame 8-bit, 1 or 3 channels; an image that would leave fewer than 16 samples
+///   a side gives an empty view
+PlacementView MakePlacementView(const cv::Mat& frame);
+
+}  // namespace jqhost
+
+#endif  // JQHOST_VERDICT_DOUBT_PLACEMENT_VIEW_H

@@ -1,0 +1,150 @@
+#include "host/verdict/doubt/placement_doubt.h"
+
+#include <gtest/gtest.h>
+
+#include "doubt_pictures.h"
+
+using jqhost::DoubtReason;
+using jqhost::JudgePlacement;
+using jqhost::MakePlacementView;
+using jqhost::PlacementDoubt;
+using jqhost::PlacementView;
+
+namespace {
+
+const cv::Size kFrame(400, 300);
+
+PlacementDoubt Judge(const cv::Mat& scene, cv::Point truth, cv::Point placed) {
+  return JudgePlacement(MakePlacementView(scene(cv::Rect({300, 300}, kFrame))),
+                        MakePlacementView(scene(cv::Rect(cv::Point(300, 300) + truth, kFrame))),
+                        placed);
+}
+
+cv::Mat Noisy(const cv::Mat& frame, double deviation, std::uint64_t seed) {
+  cv::RNG random(seed);
+  cv::Mat noise(frame.size(), CV_32FC1), sum;
+  random.fill(noise, cv::RNG::NORMAL, 0.0, deviation);
+  frame.convertTo(sum, CV_32F);
+  sum += noise;
+  sum.convertTo(sum, CV_8U);
+  return sum;
+}
+
+}  // namespace
+
+TEST(PlacementDoubt, TrustsTheTruePlaceOfATexture) {
+  const cv::Mat scene = RandomScene({1000, 900}, 7);
+  for (const cv::Point truth :
+       {cv::Point(120, 10), cv::Point(-280, 0), cv::Point(33, 209), cv::Point(-5, -151)}) {
+    const PlacementDoubt doubt = Judge(scene, truth, truth);
+    EXPECT_FALSE(doubt.doubtful) << truth;
+    EXPECT_EQ(doubt.reason, DoubtReason::kNone) << truth;
+    EXPECT_GT(doubt.confidence, 0.9) << truth;
+    EXPECT_GT(doubt.agreement, 0.6) << truth;
+  }
+}
+
+TEST(PlacementDoubt, AWrongPlaceIsContradictedByTheTrueOne) {
+  const cv::Mat scene = RandomScene({1000, 900}, 7);
+  for (const cv::Point wrong : {cv::Point(132, 10), cv::Point(120, -2), cv::Point(-200, 40)}) {
+    const PlacementDoubt doubt = Judge(scene, {120, 10}, wrong);
+    EXPECT_TRUE(doubt.doubtful) << wrong;
+    EXPECT_EQ(doubt.reason, DoubtReason::kContradicted) << wrong;
+    EXPECT_EQ(doubt.rivalShift, cv::Point(120, 10)) << wrong;
+    EXPECT_LT(doubt.confidence, 0.1) << wrong;
+  }
+}
+
+// Half a step of the views is 1 pixel of the frame.
+TEST(PlacementDoubt, TellsThePeriodOfARaster) {
+  for (const int period : {24, 37, 60}) {
+    const cv::Mat scene = Raster({1000, 900}, period);
+    const PlacementDoubt doubt = Judge(scene, {160, 0}, {160, 0});
+    EXPECT_TRUE(doubt.doubtful) << period;
+    EXPECT_EQ(doubt.reason, DoubtReason::kRepeats) << period;
+    EXPECT_NEAR(cv::norm(doubt.period), period, 1.0) << doubt.period;
+    EXPECT_LT(doubt.confidence, 0.5);
+  }
+}
+
+TEST(PlacementDoubt, APlaceOnePeriodOffIsDoubtful) {
+  const cv::Mat scene = Raster({1000, 900}, 37);
+  const PlacementDoubt doubt = Judge(scene, {160, 0}, {160 - 37, 0});
+  EXPECT_EQ(doubt.reason, DoubtReason::kRepeats);
+  EXPECT_NEAR(cv::norm(doubt.period), 37, 1.0);
+}
+
+// Along even bars a frame can slide: it repeats, but has no period in that direction;
+// across them it has. The nearest peak after a dip is told.
+TEST(PlacementDoubt, TellsThePeriodAcrossBars) {
+  cv::Mat scene(900, 1000, CV_8UC1, cv::Scalar(50));
+  for (int x = 0; x < scene.cols; x += 40) scene(cv::Rect(x, 0, 18, 900)).setTo(200);
+  const PlacementDoubt doubt = Judge(Noisy(scene, 4, 1), {160, 0}, {160, 0});
+  EXPECT_EQ(doubt.reason, DoubtReason::kRepeats);
+  EXPECT_NEAR(std::abs(doubt.period.x), 40, 1.0);
+}
+
+TEST(PlacementDoubt, FlatFramesSupportNoPlace) {
+  const PlacementView flat = MakePlacementView(cv::Mat(kFrame, CV_8UC1, cv::Scalar(90)));
+  const PlacementDoubt doubt = JudgePlacement(flat, flat, {120, 0});
+  EXPECT_TRUE(doubt.doubtful);
+  EXPECT_EQ(doubt.reason, DoubtReason::kUnsupported);
+  EXPECT_EQ(doubt.confidence, 0.0);
+}
+
+// Chance lets some other shift stand out now and then, but no trust come of it.
+TEST(PlacementDoubt, NoiseAloneIsNeverTrusted) {
+  const cv::Mat grey(kFrame, CV_8UC1, cv::Scalar(90));
+  int unsupported = 0;
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    const PlacementDoubt doubt =
+        JudgePlacement(MakePlacementView(Noisy(grey, 8, seed)),
+                       MakePlacementView(Noisy(grey, 8, seed + 100)), {120, 0});
+    EXPECT_TRUE(doubt.doubtful) << "seed " << seed;
+    unsupported += doubt.reason == DoubtReason::kUnsupported;
+  }
+  EXPECT_GE(unsupported, 16);
+}
+
+// Faint texture under strong noise: little correlation, and yet the only place.
+TEST(PlacementDoubt, TrustsALowCorrelationThatStandsAlone) {
+  cv::Mat scene;
+  RandomScene({1000, 900}, 9).convertTo(scene, CV_8U, 0.08, 40);
+  const cv::Mat before = Noisy(scene(cv::Rect(300, 300, 400, 300)), 8, 1);
+  const cv::Mat current = Noisy(scene(cv::Rect(420, 310, 400, 300)), 8, 2);
+  const PlacementDoubt doubt =
+      JudgePlacement(MakePlacementView(before), MakePlacementView(current), {120, 10});
+  EXPECT_LT(doubt.agreement, 0.3);
+  EXPECT_FALSE(doubt.doubtful);
+}
+
+TEST(PlacementDoubt, LightAndShadingDoNotMatter) {
+  const cv::Mat scene = RandomScene({1000, 900}, 11);
+  cv::Mat before = scene(cv::Rect(300, 300, 400, 300)).clone();
+  cv::Mat current = scene(cv::Rect(420, 310, 400, 300)).clone();
+  for (int r = 0; r < before.rows; ++r) {
+    for (int c = 0; c < before.cols; ++c) {
+      const double u = (2.0 * c - 400) / 500, v = (2.0 * r - 300) / 500;
+      const double gain = 1 - 0.4 * (u * u + v * v);
+      before.at<uchar>(r, c) = cv::saturate_cast<uchar>(before.at<uchar>(r, c) * gain);
+      current.at<uchar>(r, c) = cv::saturate_cast<uchar>(current.at<uchar>(r, c) * gain * 0.7);
+    }
+  }
+  const PlacementView a = MakePlacementView(before), b = MakePlacementView(current);
+  EXPECT_FALSE(JudgePlacement(a, b, {120, 10}).doubtful);
+  // The same shading lies in the same place of both frames.
+  EXPECT_EQ(JudgePlacement(a, b, {60, 0}).reason, DoubtReason::kContradicted);
+}
+
+TEST(PlacementDoubt, WhatCannotBeComparedIsUnsupported) {
+  const PlacementView view = MakePlacementView(RandomScene(kFrame, 1));
+  const PlacementView other = MakePlacementView(RandomScene({300, 400}, 1));
+  const PlacementView none = MakePlacementView(RandomScene({30, 400}, 1));
+  for (const PlacementDoubt& doubt :
+       {JudgePlacement(view, other, {120, 0}), JudgePlacement(none, none, {120, 0}),
+        JudgePlacement(view, view, {390, 290}), JudgePlacement(view, view, {100000, -100000})}) {
+    EXPECT_EQ(doubt.reason, DoubtReason::kUnsupported);
+    EXPECT_EQ(doubt.confidence, 0.0);
+    EXPECT_TRUE(doubt.doubtful);
+  }
+}
