@@ -11,7 +11,7 @@
 namespace jqstitch {
 namespace {
 
-constexpr char kExamples[] =
+constexpr char kBatchExamples[] =
     R"(All pictures must have one size. A folder is taken in natural order (2 before 10), files as
 given. Ctrl-C ends the run and saves what has been stitched; a second Ctrl-C ends it at once.
 
@@ -51,7 +51,7 @@ int RunBatch(const BatchOptions& options) {
 void AddBatchCommand(CLI::App& program, int& exitCode) {
   CLI::App* command =
       program.add_subcommand("batch", "Stitch picture files of one size, in order, in one go");
-  command->footer(kExamples);
+  command->footer(kBatchExamples);
   const auto options = std::make_shared<BatchOptions>();
   AddOptions(*command, *options);
   command->callback([options, &exitCode] {

@@ -12,7 +12,7 @@
 namespace jqstitch {
 namespace {
 
-constexpr char kExamples[] =
+constexpr char kLiveExamples[] =
     R"(A folder is taken in natural order (2 before 10). Ctrl-C ends the run and saves what has been
 stitched; a second Ctrl-C ends it at once.
 
@@ -68,7 +68,7 @@ int RunLive(const LiveOptions& options) {
 void AddLiveCommand(CLI::App& program, int& exitCode) {
   CLI::App* command =
       program.add_subcommand("live", "Stitch frame by frame: a folder, a video or a camera");
-  command->footer(kExamples);
+  command->footer(kLiveExamples);
   const auto options = std::make_shared<LiveOptions>();
   AddOptions(*command, *options);
   command->callback([options, &exitCode] { exitCode = RunLive(*options); });
