@@ -5,8 +5,8 @@
 # usage: scripts/make_aarch64_root.sh FOLDER
 set -euo pipefail
 [ $# -eq 1 ] || { sed -n '2,/^set/{/^#/s/^# \{0,1\}//p}' "$0" >&2; exit 2; }
+root=$(realpath -m "$1")
 cd "$(dirname "$0")"
-root=$1
 suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 
 # What this machine builds with, less what the cross compiler and the machine provide.
