@@ -48,6 +48,7 @@ void TakeFrame(Host& host, const cv::Mat& frame) {
       [&] { shown = host.stitcher.Stitching(record.get(), host.mode, host.level, host.budget); });
   if (raised) {
     before.requireUnchanged(host.stitcher);
+    Require(!host.stitcher.IsLastFrameAccepted(), "a frame whose call raised is not placed");
     return;
   }
   Require(shown != nullptr && shown != record.get(), "the stitcher's own record comes back");
@@ -198,6 +199,7 @@ void CallOnce(Host& host) {
     case 0:
       return TakeNothing(host);
     case 1:
+      return host.stitcher.RequestStop();
     case 2:
       return TakeOddFrame(host);
     case 3:
