@@ -65,17 +65,32 @@ int32_t LaneCount() {
   return static_cast<int32_t>(hn::Lanes(D()));
 }
 
-// Lanes move along the way of the chain: to the right (forward) or to the left. The
-// tables for a move by `step` lanes; lanes without a source take the last one's.
+// Lanes move along the way of the chain: to the right (forward) or to the left. What
+// one row needs for that, in memory; a kernel loads it where it is used.
 template <bool kForward>
-Indices Moves(int32_t step) {
-  const int32_t lanes = LaneCount();
-  HWY_ALIGN int32_t from[kMaxLanes] = {};
-  for (int32_t i = 0; i < lanes; ++i) {
-    from[i] = kForward ? std::max(i - step, 0) : std::min(i + step, lanes - 1);
+struct ChainTables {
+  ChainTables() {
+    const int32_t lanes = LaneCount();
+    for (int k = 0; k < kMoves; ++k) {
+      for (int32_t i = 0; i < lanes; ++i) {
+        const int32_t step = 1 << k;
+        moves[k][i] = kForward ? std::max(i - step, 0) : std::min(i + step, lanes - 1);
+      }
+    }
+    for (int32_t i = 0; i < lanes; ++i) {
+      edge[i] = kForward ? lanes - 1 : 0;
+      stepsFromEdge[i] = static_cast<float>(kForward ? i + 1 : lanes - i);
+    }
   }
-  return hn::SetTableIndices(D(), from);
-}
+  // For a move by 2^k lanes; lanes without a source take the last one's.
+  Indices move(int k) const { return hn::SetTableIndices(D(), moves[k]); }
+
+  static constexpr int kMoves = 4;
+  static_assert(kMaxLanes <= 1 << kMoves, "a chain needs more moves than there are");
+  HWY_ALIGN int32_t moves[kMoves][kMaxLanes];
+  HWY_ALIGN int32_t edge[kMaxLanes];
+  HWY_ALIGN float stepsFromEdge[kMaxLanes];
+};
 
 // The lanes without a source.
 template <bool kForward>
@@ -84,50 +99,40 @@ hn::Mask<D> FreeLanes(int32_t step) {
   return hn::Not(hn::FirstN(D(), static_cast<size_t>(LaneCount() - step)));
 }
 
-// Every lane takes the one at the end of a finished vector, from which the chain comes.
-template <bool kForward>
-Indices Edge() {
-  HWY_ALIGN int32_t from[kMaxLanes] = {};
-  std::fill_n(from, LaneCount(), kForward ? LaneCount() - 1 : 0);
-  return hn::SetTableIndices(D(), from);
-}
-
 // A guess for any content. Within the vector it takes the minimum over the lanes before
 // by doubling the reach, adding the steps one by one as the equation does. From `nearest`,
 // the last distance of the vector before, it adds all steps at once as one product, which
 // equals the sums one by one unless the spacing of floats changes on the way.
 template <bool kForward>
-V CarefulGuess(V a, V nearest) {
+V CarefulGuess(const ChainTables<kForward>& tables, V a, V nearest) {
   const D d;
   const int32_t lanes = LaneCount();
   const V step = hn::Set(d, kStraightStep);
   const V cap = hn::Set(d, kDistanceCap);
   V within = a;
-  for (int32_t steps = 1; steps < lanes; steps *= 2) {
+  for (int32_t k = 0, steps = 1; steps < lanes; ++k, steps *= 2) {
     V moved = hn::IfThenElse(FreeLanes<kForward>(steps), cap,
-                             hn::TableLookupLanes(within, Moves<kForward>(steps)));
+                             hn::TableLookupLanes(within, tables.move(k)));
     for (int32_t n = 0; n < steps; ++n) moved = hn::Add(moved, step);
     within = hn::Min(within, moved);
   }
-  HWY_ALIGN float stepsFromEdge[kMaxLanes] = {};
-  for (int32_t i = 0; i < lanes; ++i) {
-    stepsFromEdge[i] = static_cast<float>(kForward ? i + 1 : lanes - i);
-  }
   const V roundedStep = hn::Sub(hn::Add(nearest, step), nearest);
-  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, hn::Load(d, stepsFromEdge))));
+  const V stepsFromEdge = hn::Load(d, tables.stepsFromEdge);
+  return hn::Min(within, hn::Add(nearest, hn::Mul(roundedStep, stepsFromEdge)));
 }
 
 // The chain of one vector: `a` the terms that do not wait, `guess` the first
 // trial, `nearest` the distance at the edge; `moveOne` and `freeOne` belong to a move
 // by one lane.
 template <bool kForward>
-HWY_INLINE V SolveChain(V a, V guess, V nearest, Indices moveOne, hn::Mask<D> freeOne) {
+HWY_INLINE V SolveChain(const ChainTables<kForward>& tables, V a, V guess, V nearest,
+                        Indices moveOne, hn::Mask<D> freeOne) {
   const D d;
   const V step = hn::Set(d, kStraightStep);
   V before = hn::IfThenElse(freeOne, nearest, hn::TableLookupLanes(guess, moveOne));
   V next = hn::Min(a, hn::Add(before, step));
   if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(next, guess)))) return guess;
-  next = CarefulGuess<kForward>(a, nearest);
+  next = CarefulGuess(tables, a, nearest);
   do {
     guess = next;
     before = hn::IfThenElse(freeOne, nearest, hn::TableLookupLanes(guess, moveOne));
@@ -153,7 +158,8 @@ void ForwardChains(const float* up, const std::uint8_t* content, float* out, int
   const int lanes = LaneCount();
   const V cap = hn::Set(d, kDistanceCap);
   const V step = hn::Set(d, kStraightStep);
-  const Indices moveOne = Moves<true>(1), edge = Edge<true>();
+  const ChainTables<true> tables;
+  const Indices moveOne = tables.move(0), edge = hn::SetTableIndices(d, tables.edge);
   const hn::Mask<D> freeOne = FreeLanes<true>(1);
   V before = cap;
   for (int c = 0; c < cols; c += lanes) {
@@ -161,8 +167,8 @@ void ForwardChains(const float* up, const std::uint8_t* content, float* out, int
     const V init = hn::IfThenElseZero(hn::RebindMask(d, hn::Ne(samples, hn::Zero(di))), cap);
     const V left = hn::LoadU(d, up + c - 1);
     const V a = FromNeighbourRow(init, left, hn::LoadU(d, up + c), hn::LoadU(d, up + c + 1));
-    before = SolveChain<true>(a, hn::Min(a, hn::Add(left, step)),
-                              hn::TableLookupLanes(before, edge), moveOne, freeOne);
+    before = SolveChain(tables, a, hn::Min(a, hn::Add(left, step)),
+                        hn::TableLookupLanes(before, edge), moveOne, freeOne);
     hn::StoreU(before, d, out + c);
   }
 }
@@ -171,7 +177,8 @@ void BackwardChains(const float* fore, const float* down, float* out, int cols) 
   const D d;
   const int lanes = LaneCount();
   const V step = hn::Set(d, kStraightStep);
-  const Indices moveOne = Moves<false>(1), edge = Edge<false>();
+  const ChainTables<false> tables;
+  const Indices moveOne = tables.move(0), edge = hn::SetTableIndices(d, tables.edge);
   const hn::Mask<D> freeOne = FreeLanes<false>(1);
   V before = hn::Set(d, kDistanceCap);
   // The pads take part: they hold the cap on entry, and what they get here is a
@@ -180,8 +187,8 @@ void BackwardChains(const float* fore, const float* down, float* out, int cols) 
     const V right = hn::LoadU(d, down + c + 1);
     const V a = FromNeighbourRow(hn::LoadU(d, fore + c), hn::LoadU(d, down + c - 1),
                                  hn::LoadU(d, down + c), right);
-    before = SolveChain<false>(a, hn::Min(a, hn::Add(right, step)),
-                               hn::TableLookupLanes(before, edge), moveOne, freeOne);
+    before = SolveChain(tables, a, hn::Min(a, hn::Add(right, step)),
+                        hn::TableLookupLanes(before, edge), moveOne, freeOne);
     hn::StoreU(before, d, out + c);
   }
 }
