@@ -71,6 +71,15 @@ cv::Mat WithBackground(const cv::Mat& image, const std::optional<std::array<int,
   return painted;
 }
 
+cv::Mat AsGrey(const cv::Mat& image, const std::optional<std::array<int, 3>>& background) {
+  if (background && ((*background)[0] != (*background)[1] || (*background)[1] != (*background)[2]))
+    return image;
+  // The three channels of a grey frame go through the stitcher alike.
+  cv::Mat grey;
+  cv::extractChannel(image, grey, 0);
+  return grey;
+}
+
 cv::Mat Shrink(const cv::Mat& image, int longest) {
   const double factor = static_cast<double>(longest) / std::max(image.cols, image.rows);
   if (factor >= 1.0) return image;

@@ -35,6 +35,10 @@ bool IsContentBoxExact(const JQImageStitching& stitcher);
 /// red, green, blue. A copy, unless there is nothing to change.
 cv::Mat WithBackground(const cv::Mat& image, const std::optional<std::array<int, 3>>& colour);
 
+/// A picture of frames that were all grey, with one channel; as it is where the
+/// background has a colour.
+cv::Mat AsGrey(const cv::Mat& image, const std::optional<std::array<int, 3>>& background);
+
 /// The picture shrunk to at most `longest` pixels a side.
 cv::Mat Shrink(const cv::Mat& image, int longest);
 

@@ -13,6 +13,14 @@ json PointJson(cv::Point point) {
   return {{"x", point.x}, {"y", point.y}};
 }
 
+json SamplesJson(const SampleSummary& samples) {
+  return {{"stored", samples.wide ? 16 : 8},
+          {"bits", samples.bits},
+          {"found", samples.found},
+          {"saturatedFrames", samples.saturatedFrames},
+          {"grey", samples.grey}};
+}
+
 }  // namespace
 
 json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& words) {
@@ -55,7 +63,8 @@ json OutcomeJson(const RunRecord& record) {
                  {"placed", CountPlaced(record)},
                  {"skipped", record.skipped},
                  {"seconds", record.seconds},
-                 {"notes", record.notes}};
+                 {"notes", record.notes},
+                 {"samples", SamplesJson(record.samples)}};
   result["stoppedBy"] = record.stoppedBy.empty() ? json() : json(record.stoppedBy);
   result["picture"] = json();
   if (!record.picture.empty()) {

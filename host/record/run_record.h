@@ -8,6 +8,7 @@
 
 #include "host/record/truth.h"
 #include "host/run/stitch_settings.h"
+#include "host/source/sample_depth.h"
 #include "host/verdict/frame_result.h"
 
 namespace jqhost {
@@ -24,6 +25,7 @@ struct RunRecord {
   std::string stoppedBy;           ///< "Ctrl-C" and the like; empty for a run that came to its end
   std::vector<std::string> notes;  ///< plain sentences for the summary
   double seconds = 0.0;
+  SampleSummary samples;  ///< of the frames as they came
 
   std::string picture;  ///< path; empty when none was written
   cv::Size pictureSize;

@@ -20,16 +20,14 @@ struct StopAsked {};
 
 }  // namespace
 
-BatchSession::BatchSession(const std::vector<std::string>& files, const StopToken& stop,
+BatchSession::BatchSession(const std::vector<BatchFile>& files, const StopToken& stop,
                            RunObserver& observer)
-    : m_files(files),
-      m_stop(stop),
-      m_observer(observer),
-      m_results(files.size()),
-      m_told(files.size(), false) {
-  for (std::size_t i = 0; i < m_files.size(); ++i) {
-    m_results[i].name = m_files[i];
+    : m_stop(stop), m_observer(observer), m_results(files.size()), m_told(files.size(), false) {
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    m_files.push_back(files[i].path);
+    m_results[i].name = files[i].name;
     m_results[i].number = static_cast<int>(i) + 1;
+    if (!files[i].why.empty()) SetUnreadable(files[i].why, m_results[i]);
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "host/output/picture.h"
 #include "host/record/run_record.h"
+#include "host/run/batch_files.h"
 #include "host/run/run_observer.h"
 #include "host/run/stop_token.h"
 #include "host/verdict/frame_judge.h"
@@ -20,7 +21,7 @@ namespace jqhost {
 class BatchSession {
  public:
   /// @param stop, observer must outlive the session
-  BatchSession(const std::vector<std::string>& files, const StopToken& stop, RunObserver& observer);
+  BatchSession(const std::vector<BatchFile>& files, const StopToken& stop, RunObserver& observer);
 
   /// Stitches the files. Unusable ones are left out with `skipBad`; else any of
   /// them refuses the whole run, and `Results` says which.
@@ -49,7 +50,7 @@ class BatchSession {
   void OnFileDone();
   cv::Mat ReadTakenIn(std::size_t file) const;
 
-  const std::vector<std::string> m_files;
+  std::vector<std::string> m_files;
   const StopToken& m_stop;
   RunObserver& m_observer;
   JQImageStitching m_stitcher;

@@ -8,6 +8,7 @@
 
 #include "host/input_error.h"
 #include "host/source/path_list.h"
+#include "host/source/picture_pages.h"
 #include "host/source/picture_reader.h"
 
 namespace fs = std::filesystem;
@@ -17,25 +18,23 @@ namespace {
 
 class FileSource : public FrameSource {
  public:
-  explicit FileSource(std::vector<std::string> files) : m_files(std::move(files)) {}
+  explicit FileSource(std::vector<PictureId> pictures) : m_pictures(std::move(pictures)) {}
 
   bool Next(SourceFrame& frame, bool read) override {
-    if (m_next == m_files.size()) return false;
+    if (m_next == m_pictures.size()) return false;
+    const PictureId& picture = m_pictures[m_next++];
     frame = SourceFrame();
-    frame.name = m_files[m_next++];
+    frame.name = NameOf(picture);
     frame.number = static_cast<int>(m_next);
-    // Colour as stored, 8 or 16 bits, turned upright as the camera noted.
-    if (read) {
-      frame.image = ReadPicture(frame.name, cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR, frame.why);
-    }
+    if (read) frame.image = ReadStored(picture, frame.why);
     return true;
   }
 
-  int Total() const override { return static_cast<int>(m_files.size()); }
+  int Total() const override { return static_cast<int>(m_pictures.size()); }
   bool IsFileList() const override { return true; }
 
  private:
-  std::vector<std::string> m_files;
+  std::vector<PictureId> m_pictures;
   std::size_t m_next = 0;
 };
 
@@ -46,8 +45,8 @@ bool IsNumber(const std::string& text) {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> MakeFileSource(std::vector<std::string> files) {
-  return std::make_unique<FileSource>(std::move(files));
+std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files) {
+  return std::make_unique<FileSource>(ExpandPages(files));
 }
 
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
@@ -76,7 +75,7 @@ std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& sou
     const std::string why = WhyNotPicture(files.front());
     if (!why.empty()) throw InputError("cannot read '" + files.front() + "': " + why);
   }
-  return MakeFileSource(std::move(files));
+  return MakeFileSource(files);
 }
 
 }  // namespace jqhost

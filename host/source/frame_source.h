@@ -10,7 +10,7 @@ namespace jqhost {
 
 /// One frame of a live run.
 struct SourceFrame {
-  std::string name;  ///< the file's path, or "frame 12" of a video or camera
+  std::string name;  ///< the file's path (and page), or "frame 12" of a video or camera
   int number = 0;    ///< counted in the source, from 1
   cv::Mat image;     ///< empty when the frame cannot be used
   std::string why;   ///< then the cause
@@ -35,8 +35,8 @@ class FrameSource {
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
                                              const std::vector<std::string>& leftOut);
 
-/// The same for a list of pictures.
-std::unique_ptr<FrameSource> MakeFileSource(std::vector<std::string> files);
+/// The same for a list of pictures. Every page of a TIFF is a frame.
+std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files);
 
 /// A video file (`path`) or camera (`number`, when `path` is empty). Raises
 /// `InputError`.

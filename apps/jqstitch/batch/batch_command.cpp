@@ -7,6 +7,7 @@
 #include "batch/batch_run.h"
 #include "exit_codes.h"
 #include "host/input_error.h"
+#include "run/frame_options.h"
 
 namespace jqstitch {
 namespace {
@@ -31,6 +32,7 @@ void AddOptions(CLI::App& command, BatchOptions& o) {
   command.add_flag("--skip-bad", o.skipBad,
                    "leave out unreadable files and those of another size than most");
   AddRunOptions(command, o.run);
+  AddFrameOptions(command, o.preparation);
 }
 
 int RunBatch(const BatchOptions& options) {

@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "host/source/frame_preparation.h"
 #include "run/run_options.h"
 
 namespace jqstitch {
 
 struct BatchOptions {
   RunOptions run;
+  jqhost::PreparationSettings preparation;
   std::vector<std::string> paths;  ///< pictures and folders
   std::string list;                ///< file with one path a line, or "-"
   bool natural = false;            ///< sort all paths, not only those of folders

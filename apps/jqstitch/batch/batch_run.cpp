@@ -11,7 +11,10 @@ using jqhost::Picture;
 namespace jqstitch {
 
 BatchRun::BatchRun(const BatchOptions& options, Console& console)
-    : m_options(options), m_console(console), m_recorder("batch", options.run, console) {
+    : m_options(options),
+      m_console(console),
+      m_recorder("batch", options.run, console),
+      m_preparation(options.preparation) {
   m_recorder.Record().settings = jqhost::BatchSettings();
 }
 
@@ -33,8 +36,21 @@ std::vector<std::string> BatchRun::CollectFiles(const std::vector<std::string>& 
 int BatchRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, std::string());
   const InterruptGuard guard(TemporaryPaths(outputs));
-  BatchSession session(CollectFiles(outputs), guard.Token(), m_recorder);
+  const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs)), m_preparation,
+                                 guard.Token());
+  m_recorder.NoteSamples(m_preparation);
+  BatchSession session(files.Files(), guard.Token(), m_recorder);
+  if (guard.Token().Requested()) return StopBefore(session, guard);
   return session.Run(m_options.skipBad) ? Deliver(session, guard) : Refuse(session);
+}
+
+// Stopped while the files were prepared: there is no picture.
+int BatchRun::StopBefore(BatchSession& session, const InterruptGuard& guard) {
+  session.CloseResults(std::string("stopped by ") + guard.Reason());
+  m_recorder.Record().frames = session.Results();
+  m_recorder.Record().stoppedBy = guard.Reason();
+  m_recorder.Note(std::string("Stopped by ") + guard.Reason() + " before anything was stitched");
+  return m_recorder.Deliver(Picture());
 }
 
 int BatchRun::Refuse(BatchSession& session) {

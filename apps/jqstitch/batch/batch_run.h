@@ -21,12 +21,14 @@ class BatchRun {
 
  private:
   std::vector<std::string> CollectFiles(const std::vector<std::string>& outputs);
+  int StopBefore(jqhost::BatchSession& session, const InterruptGuard& guard);
   int Refuse(jqhost::BatchSession& session);
   int Deliver(jqhost::BatchSession& session, const InterruptGuard& guard);
 
   const BatchOptions& m_options;
   Console& m_console;
   Recorder m_recorder;
+  jqhost::FramePreparation m_preparation;
 };
 
 }  // namespace jqstitch

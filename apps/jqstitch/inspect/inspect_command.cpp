@@ -4,18 +4,21 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "console/console.h"
 #include "exit_codes.h"
 #include "host/input_error.h"
 #include "host/output/atomic_file.h"
 #include "host/output/picture_format.h"
+#include "host/source/frame_preparation.h"
 #include "host/source/image_record.h"
-#include "host/source/picture_reader.h"
+#include "host/source/picture_pages.h"
 #include "inspect/pair_analysis.h"
 #include "inspect/pair_picture.h"
+#include "run/frame_options.h"
 #include "run/stitch_options.h"
+#include "words/sample_words.h"
 
 namespace jqstitch {
 namespace {
@@ -23,15 +26,19 @@ namespace {
 struct InspectOptions {
   std::string first, second, output;
   jqhost::StitchSettings settings;
+  jqhost::PreparationSettings preparation;
   PictureSettings picture;
   bool quiet = false;
 };
 
-cv::Mat ReadFrame(const std::string& path) {
+// As a live run hands it over: 8 bits, colour.
+cv::Mat ReadFrame(const std::string& path, jqhost::FramePreparation& preparation) {
   std::string why;
-  const cv::Mat frame = jqhost::ReadPicture(path, cv::IMREAD_COLOR, why);
+  cv::Mat frame = jqhost::ReadStored({path, 0}, why);
   if (why.empty()) why = jqhost::WhyNoRecord(frame);
   if (!why.empty()) throw jqhost::InputError("cannot read '" + path + "': " + why);
+  frame = preparation.Prepare(frame);
+  if (frame.channels() == 1) cv::cvtColor(frame, frame, cv::COLOR_GRAY2BGR);
   return frame;
 }
 
@@ -42,8 +49,9 @@ std::string Text(cv::Size size) {
 void Inspect(InspectOptions& o) {
   jqhost::CheckPictureFormat(o.output);
   jqhost::CheckWritable(o.output);
-  const cv::Mat first = ReadFrame(o.first);
-  const cv::Mat second = ReadFrame(o.second);
+  jqhost::FramePreparation preparation(o.preparation);
+  const cv::Mat first = ReadFrame(o.first, preparation);
+  const cv::Mat second = ReadFrame(o.second, preparation);
   if (first.size() != second.size()) {
     throw jqhost::InputError("the sizes differ: '" + o.first + "' is " + Text(first.size()) +
                              ", '" + o.second + "' is " + Text(second.size()) +
@@ -61,7 +69,10 @@ void Inspect(InspectOptions& o) {
       jqhost::EncodePicture(o.output, DrawPair(pair, o.picture));
   jqhost::WriteFileAtomically(o.output, bytes.data(), bytes.size());
   // The words are what the command was asked for, so they go to standard output.
-  if (!o.quiet) std::cout << pair.verdict << "\n" << pair.overlapWords << "\n";
+  if (!o.quiet) {
+    std::cout << pair.verdict << "\n" << pair.overlapWords << "\n";
+    for (const std::string& note : SampleNotes(preparation)) std::cout << note << "\n";
+  }
 }
 
 void AddOptions(CLI::App& app, InspectOptions& o) {
@@ -69,6 +80,7 @@ void AddOptions(CLI::App& app, InspectOptions& o) {
   app.add_option("B", o.second, "frame to be placed")->required();
   app.add_option("-o,--output", o.output, "picture to write")->required();
   AddStitchOptions(app, o.settings);
+  AddFrameOptions(app, o.preparation);
   app.add_option("--width", o.picture.width, "width of the picture in pixels (1600)")
       ->check(CLI::Range(400, 8000));
   app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (40)")

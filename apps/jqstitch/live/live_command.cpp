@@ -7,6 +7,7 @@
 #include "exit_codes.h"
 #include "host/input_error.h"
 #include "live/live_run.h"
+#include "run/frame_options.h"
 #include "run/stitch_options.h"
 
 namespace jqstitch {
@@ -29,6 +30,7 @@ void AddOptions(CLI::App& command, LiveOptions& o) {
       .add_option("SOURCE", o.source, "pictures, a folder, a video file, or the number of a camera")
       ->required();
   AddRunOptions(command, o.run);
+  AddFrameOptions(command, o.preparation);
   AddStitchOptions(command, o.settings);
   command.add_option("--every", o.loop.every, "takes every Nth frame only (1)")
       ->type_name("N")

@@ -6,12 +6,14 @@
 
 #include "host/run/frame_loop.h"
 #include "host/run/stitch_settings.h"
+#include "host/source/frame_preparation.h"
 #include "run/run_options.h"
 
 namespace jqstitch {
 
 struct LiveOptions {
   RunOptions run;
+  jqhost::PreparationSettings preparation;
   std::vector<std::string> source;  ///< pictures, folders, a video, or a camera number
   jqhost::StitchSettings settings;
   jqhost::LoopSettings loop;

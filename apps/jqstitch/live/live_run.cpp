@@ -12,15 +12,17 @@ LiveRun::LiveRun(const LiveOptions& options, Console& console)
     : m_options(options),
       m_console(console),
       m_recorder("live", options.run, console),
+      m_preparation(options.preparation),
       m_session(options.settings),
-      m_files(options, console, m_session) {
+      m_files(options, console, m_session, m_preparation) {
   m_recorder.Record().settings = options.settings;
 }
 
 int LiveRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, m_options.preview);
   const InterruptGuard guard(TemporaryPaths(outputs));
-  const auto source = jqhost::OpenFrameSource(m_options.source, outputs);
+  const auto source =
+      jqhost::PrepareFrames(jqhost::OpenFrameSource(m_options.source, outputs), m_preparation);
   const jqhost::LoopEnd end =
       jqhost::RunFrames(*source, m_options.loop, guard.Token(), m_session, *this);
   jqhost::RunRecord& record = m_recorder.Record();
@@ -36,6 +38,7 @@ int LiveRun::Run() {
     m_console.EndProgress();
     throw jqhost::InputError("the source gave no frames");
   }
+  m_recorder.NoteSamples(m_preparation);
   const Picture picture = m_session.FinalPicture(m_options.run.trim);
   if (const std::string note = TrimNote(picture, m_options.run.trim); !note.empty()) {
     m_recorder.Note(note);

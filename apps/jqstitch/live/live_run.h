@@ -25,6 +25,7 @@ class LiveRun : private jqhost::RunObserver {
   const LiveOptions& m_options;
   Console& m_console;
   Recorder m_recorder;
+  jqhost::FramePreparation m_preparation;
   jqhost::PushSession m_session;
   RunningFiles m_files;
 };

@@ -15,8 +15,9 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
 }  // namespace
 
 RunningFiles::RunningFiles(const LiveOptions& options, Console& console,
-                           const jqhost::PushSession& session)
-    : m_options(options), m_console(console), m_session(session) {}
+                           const jqhost::PushSession& session,
+                           const jqhost::FramePreparation& preparation)
+    : m_options(options), m_console(console), m_session(session), m_preparation(preparation) {}
 
 void RunningFiles::Refresh(const jqhost::FrameResult& result) {
   if (result.Placed()) m_unsaved = m_unshown = true;
@@ -42,7 +43,8 @@ void RunningFiles::Save(const std::string& path, int longest, bool isPreview) {
     const cv::Mat whole = m_session.PictureSoFar(m_options.run.trim).image;
     const cv::Mat image = jqhost::WithBackground(
         longest > 0 ? jqhost::Shrink(whole, longest) : whole, m_options.run.background);
-    jqhost::SavePicture(path, image);
+    const bool grey = m_preparation.Summary().grey;
+    jqhost::SavePicture(path, grey ? jqhost::AsGrey(image, m_options.run.background) : image);
     m_console.Event({{"event", isPreview ? "preview" : "picture"},
                      {"path", path},
                      {"width", image.cols},

@@ -15,7 +15,8 @@ namespace jqstitch {
 class RunningFiles {
  public:
   /// The arguments must outlive this.
-  RunningFiles(const LiveOptions& options, Console& console, const jqhost::PushSession& session);
+  RunningFiles(const LiveOptions& options, Console& console, const jqhost::PushSession& session,
+               const jqhost::FramePreparation& preparation);
 
   /// To be called after every frame; saves what has changed and is due.
   void Refresh(const jqhost::FrameResult& result);
@@ -30,6 +31,7 @@ class RunningFiles {
   const LiveOptions& m_options;
   Console& m_console;
   const jqhost::PushSession& m_session;
+  const jqhost::FramePreparation& m_preparation;
   bool m_unsaved = false, m_unshown = false;  // the picture has changed since
   Clock::time_point m_lastSave = Clock::now(), m_lastPreview = m_lastSave;
 };

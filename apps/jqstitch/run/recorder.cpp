@@ -8,6 +8,7 @@
 #include "host/output/atomic_file.h"
 #include "host/record/html_report.h"
 #include "host/record/json_report.h"
+#include "words/sample_words.h"
 #include "words/summary.h"
 
 using jqhost::FrameResult;
@@ -54,6 +55,11 @@ void Recorder::NoteStopped(const std::string& by) {
   Note("Stopped by " + by + "; what had been stitched until then is saved");
 }
 
+void Recorder::NoteSamples(const jqhost::FramePreparation& preparation) {
+  m_record.samples = preparation.Summary();
+  for (const std::string& note : SampleNotes(preparation)) Note(note);
+}
+
 void Recorder::Fail(const std::string& what) {
   m_console.Complain(what);
   m_console.Event({{"event", "error"}, {"text", what}});
@@ -63,7 +69,9 @@ bool Recorder::Save(const Picture& picture, cv::Mat& image) {
   std::string problem;
   try {
     image = jqhost::WithBackground(picture.image, m_options.background);
-    m_record.picture = jqhost::SavePictureSomehow(m_options.output, image, problem);
+    m_record.picture = jqhost::SavePictureSomehow(
+        m_options.output,
+        m_record.samples.grey ? jqhost::AsGrey(image, m_options.background) : image, problem);
   } catch (const InputError& error) {
     problem = error.what();
   } catch (const std::bad_alloc&) {

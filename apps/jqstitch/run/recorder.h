@@ -8,6 +8,7 @@
 #include "host/output/picture.h"
 #include "host/record/run_record.h"
 #include "host/run/run_observer.h"
+#include "host/source/frame_preparation.h"
 #include "run/run_options.h"
 #include "words/run_words.h"
 
@@ -26,6 +27,8 @@ class Recorder : public jqhost::RunObserver {
   void OnFrame(const jqhost::FrameResult& result, int done) override;
   /// A sentence for the summary.
   void Note(const std::string& text) { m_record.notes.push_back(text); }
+  /// What the frames' samples were like.
+  void NoteSamples(const jqhost::FramePreparation& preparation);
   /// The run was asked to stop by a signal.
   void NoteStopped(const std::string& by);
 

@@ -1,0 +1,61 @@
+#include "host/source/picture_pages.h"
+
+#include <new>
+#include <opencv2/imgcodecs.hpp>
+
+#include "host/source/sample_depth.h"
+#include "host/source/tiff_pages.h"
+
+namespace jqhost {
+namespace {
+
+constexpr int kAsStored = cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR;
+
+cv::Mat ReadPage(const PictureId& picture, std::string& why) {
+  std::vector<cv::Mat> pages;
+  try {
+    if (!cv::imreadmulti(picture.path, pages, picture.page - 1, 1, kAsStored)) pages.clear();
+  } catch (const cv::Exception& raised) {
+    why = "it cannot be decoded (" + raised.err + ")";
+    return cv::Mat();
+  } catch (const std::bad_alloc&) {
+    why = "there is not enough memory for it";
+    return cv::Mat();
+  }
+  if (pages.empty() || pages.front().empty()) {
+    why = "this page is damaged or cut short";
+    return cv::Mat();
+  }
+  return pages.front();
+}
+
+}  // namespace
+
+std::string NameOf(const PictureId& picture) {
+  return picture.page == 0 ? picture.path : picture.path + " page " + std::to_string(picture.page);
+}
+
+std::vector<PictureId> ExpandPages(const std::vector<std::string>& files) {
+  std::vector<PictureId> pictures;
+  pictures.reserve(files.size());
+  for (const std::string& file : files) {
+    const int pages = WhyNotPicture(file).empty() ? CountTiffPages(file) : 0;
+    if (pages < 2) pictures.push_back({file, 0});
+    for (int page = 1; pages >= 2 && page <= pages; ++page) pictures.push_back({file, page});
+  }
+  return pictures;
+}
+
+cv::Mat ReadStored(const PictureId& picture, std::string& why) {
+  cv::Mat stored;
+  if (picture.page == 0) {
+    stored = ReadPicture(picture.path, kAsStored, why);
+  } else {
+    why = WhyNotPicture(picture.path);
+    if (why.empty()) stored = ReadPage(picture, why);
+  }
+  if (!stored.empty()) why = WhyNotSamples(stored);
+  return why.empty() ? stored : cv::Mat();
+}
+
+}  // namespace jqhost
