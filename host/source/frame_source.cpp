@@ -43,6 +43,14 @@ bool IsNumber(const std::string& text) {
          std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); });
 }
 
+// "rtsp://camera/stream" and the like: a name, then "://".
+bool IsUrl(const std::string& text) {
+  const std::size_t end = text.find("://");
+  return end != std::string::npos && end > 1 &&
+         std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end),
+                     [](unsigned char c) { return std::isalnum(c); });
+}
+
 }  // namespace
 
 std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files) {
@@ -55,6 +63,7 @@ std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& sou
   if (source.size() == 1 && !fs::exists(source.front(), error) && IsNumber(source.front())) {
     return MakeVideoSource(std::string(), std::stoi(source.front()));
   }
+  if (source.size() == 1 && IsUrl(source.front())) return MakeVideoSource(source.front(), 0);
   if (source.size() == 1 && fs::is_regular_file(source.front(), error)) {
     const std::string& path = source.front();
     const std::string why = WhyNotPicture(path);

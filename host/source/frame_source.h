@@ -29,8 +29,9 @@ class FrameSource {
   virtual bool IsFileList() const = 0;
 };
 
-/// Opens pictures, folders, one video file, or a camera by its number. A path
-/// that exists wins over a camera of that number. Raises `InputError`.
+/// Opens pictures, folders, one video file, a network stream by its address
+/// ("rtsp://..."), or a camera by its number. A path that exists wins over a camera of that number.
+/// Raises `InputError`.
 /// @param leftOut pictures that the run itself writes, not taken from folders
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
                                              const std::vector<std::string>& leftOut);

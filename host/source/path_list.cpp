@@ -44,6 +44,30 @@ void RefuseFrameAsOutput(const std::string& output, const std::string& frame) {
   }
 }
 
+struct FolderContent {
+  std::vector<std::string> pictures, outputs;  // outputs: those of the run itself
+  bool hasFolders = false;
+};
+
+FolderContent LookInto(const std::string& folder, const std::vector<std::string>& leftOut) {
+  FolderContent content;
+  try {
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+      const fs::path& path = entry.path();
+      if (path.filename().string().front() == '.') continue;
+      std::error_code error;
+      if (entry.is_directory(error)) {
+        content.hasFolders = true;
+      } else if (HasPictureExtension(path)) {
+        (IsOneOf(path, leftOut) ? content.outputs : content.pictures).push_back(path.string());
+      }
+    }
+  } catch (const fs::filesystem_error& error) {
+    throw InputError("cannot read the folder '" + folder + "': " + error.code().message());
+  }
+  return content;
+}
+
 QString NameOf(const std::string& path) {
   return QString::fromLocal8Bit(fs::path(path).filename().c_str());
 }
@@ -81,31 +105,25 @@ bool LooksSortedByBytes(const std::vector<std::string>& paths) {
   return natural != paths;
 }
 
+std::vector<std::string> FindPictures(const std::string& folder,
+                                      const std::vector<std::string>& leftOut) {
+  FolderContent content = LookInto(folder, leftOut);
+  SortNaturally(content.pictures);
+  return content.pictures;
+}
+
 std::vector<std::string> ListPictures(const std::string& folder,
                                       const std::vector<std::string>& leftOut) {
-  std::vector<std::string> pictures, outputs;
-  bool hasFolders = false;
-  try {
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-      const fs::path& path = entry.path();
-      if (path.filename().string().front() == '.') continue;
-      std::error_code error;
-      if (entry.is_directory(error)) {
-        hasFolders = true;
-      } else if (HasPictureExtension(path)) {
-        (IsOneOf(path, leftOut) ? outputs : pictures).push_back(path.string());
-      }
-    }
-  } catch (const fs::filesystem_error& error) {
-    throw InputError("cannot read the folder '" + folder + "': " + error.code().message());
-  }
+  const FolderContent content = LookInto(folder, leftOut);
+  std::vector<std::string> pictures = content.pictures;
   if (pictures.empty()) {
     throw InputError("the folder '" + folder + "' holds no pictures" +
-                     (hasFolders ? " (those of its subfolders are not taken; name a subfolder)"
-                                 : " (looked for .png, .jpg, .tif, .bmp and the like)"));
+                     (content.hasFolders
+                          ? " (those of its subfolders are not taken; name a subfolder)"
+                          : " (looked for .png, .jpg, .tif, .bmp and the like)"));
   }
   SortNaturally(pictures);
-  for (const std::string& output : outputs) RefuseFrameAsOutput(output, pictures.front());
+  for (const std::string& output : content.outputs) RefuseFrameAsOutput(output, pictures.front());
   return pictures;
 }
 

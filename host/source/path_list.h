@@ -18,6 +18,10 @@ void SortNaturally(std::vector<std::string>& paths);
 std::vector<std::string> ListPictures(const std::string& folder,
                                       const std::vector<std::string>& leftOut);
 
+/// The same for a folder that may still be empty, or hold frames of any name.
+std::vector<std::string> FindPictures(const std::string& folder,
+                                      const std::vector<std::string>& leftOut);
+
 /// One path a line; empty lines are skipped. "-" is standard input. Raises
 /// `InputError`.
 std::vector<std::string> ReadPathList(const std::string& file);

@@ -17,9 +17,11 @@ class VideoSource : public FrameSource {
       }
     } else {
       if (!Open([&] { return m_capture.open(path, cv::CAP_FFMPEG); })) {
-        throw InputError("cannot read '" + path +
-                         "': it is neither a picture nor a video of a "
-                         "known format");
+        const bool isStream = path.find("://") != std::string::npos;
+        throw InputError((isStream ? "cannot open '" : "cannot read '") + path +
+                         (isStream ? "': the stream does not answer or is of no known format"
+                                   : "': it is neither a picture nor a video of a "
+                                     "known format"));
       }
       const double count = m_capture.get(cv::CAP_PROP_FRAME_COUNT);
       if (std::isfinite(count) && count > 0 && count < 1e9) m_total = static_cast<int>(count);

@@ -40,6 +40,8 @@ int RunBatch(const BatchOptions& options) {
   try {
     if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
     CheckOutputs(options.run, std::string());
+    CheckNoInputIsOutput({options.preparation.flat, options.preparation.dark},
+                         OutputPaths(options.run, std::string()));
     return BatchRun(options, console).Run();
   } catch (const jqhost::InputError& error) {
     console.Complain(error.what());

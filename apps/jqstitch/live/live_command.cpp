@@ -21,14 +21,25 @@ Examples:
   jqstitch live frames/ -o mosaic.png
   jqstitch live pass.mp4 -o mosaic.png --every 5 --report report.html
   jqstitch live 0 -o mosaic.png --preview now.jpg --save-every 30
+  jqstitch live rtsp://microscope/live -o mosaic.png --max-frames 500
+  jqstitch live incoming/ -o mosaic.png --follow 30
   jqstitch live frames/ -o mosaic.png --truth frames/truth.csv --json
 
 Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
 
 void AddOptions(CLI::App& command, LiveOptions& o) {
+  command.add_option(
+      "SOURCE", o.source,
+      "pictures, folders, a video file, a stream (rtsp://, http://), the number of a "
+      "camera; - for a list on standard input");
+  command.add_option("--list", o.list, "file with one path a line; - for standard input")
+      ->type_name("FILE");
   command
-      .add_option("SOURCE", o.source, "pictures, a folder, a video file, or the number of a camera")
-      ->required();
+      .add_option("--follow", o.follow,
+                  "SOURCE is a folder that grows: takes pictures as they appear, and ends when "
+                  "none has come for so long")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.1, 1e6));
   AddRunOptions(command, o.run);
   AddFrameOptions(command, o.preparation);
   AddStitchOptions(command, o.settings);
@@ -51,12 +62,26 @@ void AddOptions(CLI::App& command, LiveOptions& o) {
       ->type_name("FILE");
 }
 
+// What no single option can check.
+void CheckTogether(LiveOptions& o) {
+  if (o.source == std::vector<std::string>{"-"} && o.list.empty()) {
+    o.source.clear();
+    o.list = "-";
+  }
+  if (o.source.empty() && o.list.empty()) throw CLI::RequiredError("SOURCE, or --list FILE,");
+  if (o.follow > 0 && (o.source.size() != 1 || !o.list.empty())) {
+    throw CLI::ValidationError("--follow", "one folder can be followed, and nothing else taken");
+  }
+}
+
 int RunLive(const LiveOptions& options) {
   Console console("live", options.run.quiet, options.run.json);
   try {
     if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
     CheckOutputs(options.run, options.preview);
     CheckNoInputIsOutput(options.source, OutputPaths(options.run, options.preview));
+    CheckNoInputIsOutput({options.preparation.flat, options.preparation.dark},
+                         OutputPaths(options.run, options.preview));
     return LiveRun(options, console).Run();
   } catch (const jqhost::InputError& error) {
     console.Complain(error.what());
@@ -73,7 +98,10 @@ void AddLiveCommand(CLI::App& program, int& exitCode) {
   command->footer(kLiveExamples);
   const auto options = std::make_shared<LiveOptions>();
   AddOptions(*command, *options);
-  command->callback([options, &exitCode] { exitCode = RunLive(*options); });
+  command->callback([options, &exitCode] {
+    CheckTogether(*options);
+    exitCode = RunLive(*options);
+  });
 }
 
 }  // namespace jqstitch

@@ -14,7 +14,9 @@ namespace jqstitch {
 struct LiveOptions {
   RunOptions run;
   jqhost::PreparationSettings preparation;
-  std::vector<std::string> source;  ///< pictures, folders, a video, or a camera number
+  std::vector<std::string> source;  ///< pictures, folders, a video, a stream, a camera number
+  std::string list;                 ///< file with one path a line, or "-"
+  double follow = 0.0;              ///< seconds; 0: the folder does not grow
   jqhost::StitchSettings settings;
   jqhost::LoopSettings loop;
   double saveEvery = 0.0;  ///< seconds; 0: only at the end

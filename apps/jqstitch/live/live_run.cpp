@@ -1,6 +1,8 @@
 #include "live/live_run.h"
 
 #include "host/input_error.h"
+#include "host/source/follow_source.h"
+#include "host/source/path_list.h"
 #include "run/run_notes.h"
 
 using jqhost::FrameResult;
@@ -18,11 +20,24 @@ LiveRun::LiveRun(const LiveOptions& options, Console& console)
   m_recorder.Record().settings = options.settings;
 }
 
+std::unique_ptr<jqhost::FrameSource> LiveRun::OpenSource(const std::vector<std::string>& outputs,
+                                                         const jqhost::StopToken& stop) const {
+  if (m_options.follow > 0) {
+    return jqhost::FollowFolder(m_options.source.front(), m_options.follow, outputs, stop);
+  }
+  std::vector<std::string> paths = m_options.source;
+  if (!m_options.list.empty()) {
+    const std::vector<std::string> listed = jqhost::ReadPathList(m_options.list);
+    CheckNoInputIsOutput(listed, outputs);
+    paths.insert(paths.end(), listed.begin(), listed.end());
+  }
+  return jqhost::OpenFrameSource(paths, outputs);
+}
+
 int LiveRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, m_options.preview);
   const InterruptGuard guard(TemporaryPaths(outputs));
-  const auto source =
-      jqhost::PrepareFrames(jqhost::OpenFrameSource(m_options.source, outputs), m_preparation);
+  const auto source = jqhost::PrepareFrames(OpenSource(outputs, guard.Token()), m_preparation);
   const jqhost::LoopEnd end =
       jqhost::RunFrames(*source, m_options.loop, guard.Token(), m_session, *this);
   jqhost::RunRecord& record = m_recorder.Record();

@@ -19,6 +19,8 @@ class LiveRun : private jqhost::RunObserver {
   int Run();
 
  private:
+  std::unique_ptr<jqhost::FrameSource> OpenSource(const std::vector<std::string>& outputs,
+                                                  const jqhost::StopToken& stop) const;
   void OnBegin(int total) override;
   void OnFrame(const jqhost::FrameResult& result, int done) override;
 
