@@ -10,7 +10,7 @@ enum ExitCode {
   kExitOk = 0,           ///< every frame is in the picture; the command did its work
   kExitWrongInput = 1,   ///< a file, folder, camera or output path is not usable
   kExitWrongUsage = 2,   ///< the command line itself is wrong
-  kExitSomeLeftOut = 3,  ///< there is a picture, but frames are missing from it
+  kExitSomeLeftOut = 3,  ///< a picture, but frames are missing or their places are doubtful
   kExitNonePlaced = 4,   ///< no frame besides the first could be placed
 };
 
@@ -19,6 +19,7 @@ inline ExitCode ExitCodeOf(jqhost::Outcome outcome) {
   switch (outcome) {
     case jqhost::Outcome::kAllPlaced:
       return kExitOk;
+    case jqhost::Outcome::kSomeDoubtful:
     case jqhost::Outcome::kSomeLeftOut:
       return kExitSomeLeftOut;
     case jqhost::Outcome::kNonePlaced:

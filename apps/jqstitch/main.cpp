@@ -30,7 +30,8 @@ constexpr char kExamples[] = R"(Examples:
 
 `jqstitch COMMAND --help` shows the options of a command.
 
-Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out or doubtful,
+4 none placed.)";
 
 // File names are bytes; Qt's strings carry those of UTF-8 names. In a locale of
 // another encoding (such as plain C) a name with an umlaut would come back

@@ -25,7 +25,8 @@ polyline { fill: none; stroke: #f60; stroke-width: 2; vector-effect: non-scaling
 table { border-collapse: collapse; width: 100%; } th, td { text-align: left; padding: .25rem .6rem;
         border-bottom: 1px solid #ddd; vertical-align: top; }
 td.n { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
-tr.out td { background: #fff1e6; } .advice { color: #555; }
+tr.out td { background: #fff1e6; } tr.doubt td { background: #fffbd6; }
+rect.doubt { stroke: #f33; stroke-opacity: 1; stroke-dasharray: 6 4; } .advice { color: #555; }
 )";
 
 std::string Escape(const std::string& text) {
@@ -88,9 +89,10 @@ std::string Map(const RunRecord& record, const std::vector<std::string>& names,
     if (!frame.Placed()) continue;
     const cv::Rect area(CornerInPicture(record, frame), record.workingSize);
     const cv::Point centre = (area.tl() + area.br()) / 2;
-    svg += "<rect x=\"" + std::to_string(area.x) + "\" y=\"" + std::to_string(area.y) +
-           "\" width=\"" + std::to_string(area.width) + "\" height=\"" +
-           std::to_string(area.height) + "\"><title>" + Escape(names[i]) + "</title></rect>\n";
+    svg += std::string(frame.Doubtful() ? "<rect class=\"doubt\"" : "<rect") + " x=\"" +
+           std::to_string(area.x) + "\" y=\"" + std::to_string(area.y) + "\" width=\"" +
+           std::to_string(area.width) + "\" height=\"" + std::to_string(area.height) +
+           "\"><title>" + Escape(names[i]) + "</title></rect>\n";
     path += Pair(centre) + " ";
     dots += "<circle cx=\"" + std::to_string(centre.x) + "\" cy=\"" + std::to_string(centre.y) +
             "\" r=\"" + std::to_string(dots.empty() ? 2 * radius : radius) + "\" fill=\"" +
@@ -104,7 +106,9 @@ std::string Row(const RunRecord& record, std::size_t i, const std::string& name,
                 const PositionError* error, const Words& words) {
   const FrameResult& frame = record.frames[i];
   const bool placed = frame.Placed();
-  std::string row = placed ? "<tr>" : "<tr class=\"out\">";
+  std::string row = !placed            ? "<tr class=\"out\">"
+                    : frame.Doubtful() ? "<tr class=\"doubt\">"
+                                       : "<tr>";
   row += "<td class=\"n\">" + std::to_string(frame.number) + "</td><td>" + Escape(name) +
          "</td><td>" + (placed ? "placed" : "left out: " + Escape(words.Reason(record, frame)));
   const std::string note = words.Note(frame), advice = words.Advice(record, frame);
@@ -112,7 +116,7 @@ std::string Row(const RunRecord& record, std::size_t i, const std::string& name,
   if (!advice.empty()) row += "<br><span class=\"advice\">" + Escape(advice) + "</span>";
   row += "</td><td class=\"n\">" + (placed ? Pair(CornerInPicture(record, frame)) : "") +
          "</td><td class=\"n\">" + (frame.registered ? std::to_string(frame.matches) : "") +
-         "</td>";
+         "</td><td class=\"n\">" + (frame.doubt ? Number(frame.doubt->confidence) : "") + "</td>";
   if (record.truth) {
     row += "<td class=\"n\">" +
            (error != nullptr && error->neighbour >= 0 ? Number(error->neighbour) : "") +
@@ -124,7 +128,8 @@ std::string Row(const RunRecord& record, std::size_t i, const std::string& name,
 std::string Table(const RunRecord& record, const std::vector<std::string>& names,
                   const Words& words) {
   std::string table =
-      "<table><thead><tr><th>No.</th><th>Frame</th><th>Verdict</th><th>Corner</th><th>Matches</th>";
+      "<table><thead><tr><th>No.</th><th>Frame</th><th>Verdict</th><th>Corner</th><th>Matches</"
+      "th><th>Confidence</th>";
   if (record.truth) table += "<th>Error to neighbour</th><th>Error to first</th>";
   table += "</tr></thead><tbody>\n";
   std::vector<const PositionError*> errors(names.size(), nullptr);

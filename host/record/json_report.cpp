@@ -21,6 +21,18 @@ json SamplesJson(const SampleSummary& samples) {
           {"grey", samples.grey}};
 }
 
+// The period only where the scene has one; lengths are pixels of the frame.
+json DoubtJson(const PlacementDoubt& doubt) {
+  json result = {{"reason", DoubtReasonName(doubt.reason)},
+                 {"correlation", doubt.agreement},
+                 {"rival", doubt.rival}};
+  if (doubt.reason == DoubtReason::kContradicted) result["shift"] = PointJson(doubt.rivalShift);
+  if (doubt.period != cv::Point2d()) {
+    result["period"] = {{"x", doubt.period.x}, {"y", doubt.period.y}};
+  }
+  return result;
+}
+
 }  // namespace
 
 json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& words) {
@@ -29,7 +41,13 @@ json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& w
                 {"placed", frame.Placed()},
                 {"verdict", CauseName(frame.cause)},
                 {"seconds", frame.seconds}};
-  if (frame.Placed()) entry["position"] = PointJson(frame.position);
+  if (frame.Placed()) {
+    entry["position"] = PointJson(frame.position);
+    // The first frame lies where it lies.
+    entry["confidence"] = frame.doubt ? frame.doubt->confidence : 1.0;
+    entry["doubtful"] = frame.Doubtful();
+  }
+  if (frame.Doubtful()) entry["doubt"] = DoubtJson(*frame.doubt);
   const auto tell = [&entry](const char* key, const std::string& text) {
     if (!text.empty()) entry[key] = text;
   };
@@ -61,6 +79,7 @@ json OutcomeJson(const RunRecord& record) {
   json result = {{"outcome", OutcomeName(OutcomeOf(record))},
                  {"frames", record.frames.size()},
                  {"placed", CountPlaced(record)},
+                 {"doubtful", CountDoubtful(record)},
                  {"skipped", record.skipped},
                  {"seconds", record.seconds},
                  {"notes", record.notes},

@@ -12,11 +12,18 @@ int CountPlaced(const RunRecord& record) {
                                         [](const FrameResult& f) { return f.Placed(); }));
 }
 
+int CountDoubtful(const RunRecord& record) {
+  return static_cast<int>(std::count_if(record.frames.begin(), record.frames.end(),
+                                        [](const FrameResult& f) { return f.Doubtful(); }));
+}
+
 Outcome OutcomeOf(const RunRecord& record) {
   const auto total = static_cast<int>(record.frames.size());
   const int placed = CountPlaced(record);
   if (placed == 0) return Outcome::kNoPicture;
-  if (placed == total) return Outcome::kAllPlaced;
+  if (placed == total) {
+    return CountDoubtful(record) == 0 ? Outcome::kAllPlaced : Outcome::kSomeDoubtful;
+  }
   // The first frame starts the picture; alone it is no stitching, unless the run
   // was stopped before any other frame was tried.
   const bool othersTried = std::any_of(
@@ -29,6 +36,8 @@ const char* OutcomeName(Outcome outcome) {
   switch (outcome) {
     case Outcome::kAllPlaced:
       return "all placed";
+    case Outcome::kSomeDoubtful:
+      return "some doubtful";
     case Outcome::kSomeLeftOut:
       return "some left out";
     case Outcome::kNonePlaced:

@@ -35,16 +35,18 @@ struct RunRecord {
 };
 
 int CountPlaced(const RunRecord& record);
+int CountDoubtful(const RunRecord& record);
 
 enum class Outcome {
   kAllPlaced,
+  kSomeDoubtful,  ///< all are placed, but some places cannot be trusted
   kSomeLeftOut,
   kNonePlaced,  ///< no frame besides the first
   kNoPicture,   ///< not even the first
 };
 
 Outcome OutcomeOf(const RunRecord& record);
-/// "all placed", "some left out", "none placed" or "no picture".
+/// "all placed", "some doubtful", "some left out", "none placed" or "no picture".
 const char* OutcomeName(Outcome outcome);
 
 /// Corner of a placed frame in the picture.

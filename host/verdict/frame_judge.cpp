@@ -65,7 +65,8 @@ FrameJudge::FrameJudge(const StitchSettings& settings, cv::Mat firstFrame)
     : m_settings(settings),
       m_firstFrame(std::move(firstFrame)),
       m_workingSize(Working(m_firstFrame.size(), settings.detectLevel)),
-      m_tracker(m_workingSize) {}
+      m_tracker(m_workingSize),
+      m_placedView(MakePlacementView(m_firstFrame)) {}
 
 void FrameJudge::JudgeFirst(FrameResult& result) const {
   result.cause = Cause::kPlaced;
@@ -81,11 +82,23 @@ void FrameJudge::Judge(const JQImageStitching& stitcher, const std::function<cv:
     FillMeasurements(flags, FrameSize(), m_settings, result);
     result.cause = Cause::kPlaced;
     result.position = stitcher.GetCurrentPosition() - m_tracker.Origin();
-    result.inherited = MayBeStale(flags, m_before) && !HasCorners(frame(), m_settings);
+    const cv::Mat pixels = frame();
+    result.doubt = Doubt(pixels, result.position);
+    result.inherited = MayBeStale(flags, m_before) && !HasCorners(pixels, m_settings);
   } else {
     result.cause = WhyLeftOut(flags, frame, result);
   }
   m_before = flags;
+}
+
+// The placed frame against the one placed before it, which it takes the place of.
+PlacementDoubt FrameJudge::Doubt(const cv::Mat& frame, cv::Point position) {
+  PlacementView view = MakePlacementView(frame);
+  const cv::Point shift = (position - m_placedPosition) * m_settings.detectLevel;
+  const PlacementDoubt doubt = JudgePlacement(m_placedView, view, shift);
+  m_placedView = std::move(view);
+  m_placedPosition = position;
+  return doubt;
 }
 
 // Missing corners come first, because nothing is measured without them.

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "host/run/stitch_settings.h"
+#include "host/verdict/doubt/placement_view.h"
 #include "host/verdict/frame_result.h"
 #include "host/verdict/position_tracker.h"
 #include "jqstitchingalgorithm.h"
@@ -38,11 +39,14 @@ class FrameJudge {
   Cause WhyLeftOut(const stitchflags& flags, const std::function<cv::Mat()>& frame,
                    FrameResult& result);
   bool ReferenceHasCorners();
+  PlacementDoubt Doubt(const cv::Mat& frame, cv::Point position);
 
   StitchSettings m_settings;
   cv::Mat m_firstFrame;
   cv::Size m_workingSize;
   PositionTracker m_tracker;
+  PlacementView m_placedView;  // of the frame placed last,
+  cv::Point m_placedPosition;  // and its position
   stitchflags m_before;
   bool m_anyPlaced = false;
   std::optional<bool> m_firstHasCorners;

@@ -2,7 +2,10 @@
 #define JQHOST_VERDICT_FRAME_RESULT_H
 
 #include <opencv2/core.hpp>
+#include <optional>
 #include <string>
+
+#include "host/verdict/doubt/placement_doubt.h"
 
 namespace jqhost {
 
@@ -45,8 +48,11 @@ struct FrameResult {
   double shiftShare = 0.0;  ///< of the frame, along the larger component
 
   cv::Point position;  ///< of a placed frame: top-left corner, first frame at (0, 0)
+  /// How far the place can be trusted, for a frame placed against another.
+  std::optional<PlacementDoubt> doubt;
   double seconds = 0.0;
 
+  bool Doubtful() const { return doubt && doubt->doubtful; }
   bool Placed() const { return cause == Cause::kPlaced; }
 };
 

@@ -22,7 +22,8 @@ Examples:
   find . -name '*.jpg' | sort -V | jqstitch batch --list - -o mosaic.png --report report.html
   jqstitch batch --natural shot*.png -o mosaic.png --json
 
-Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out or doubtful,
+4 none placed.)";
 
 void AddOptions(CLI::App& command, BatchOptions& o) {
   command.add_option("FILES", o.paths, "pictures and folders, in stitching order");

@@ -25,7 +25,8 @@ Examples:
   jqstitch live incoming/ -o mosaic.png --follow 30
   jqstitch live frames/ -o mosaic.png --truth frames/truth.csv --json
 
-Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out, 4 none placed.)";
+Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out or doubtful,
+4 none placed.)";
 
 void AddOptions(CLI::App& command, LiveOptions& o) {
   command.add_option(

@@ -1,6 +1,7 @@
 #include "words/frame_words.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 using jqhost::Cause;
@@ -50,6 +51,23 @@ std::string OverlapReason(const StitchSettings& settings, const FrameResult& fra
     text += "; only " + MatchesOfNeeded(frame) + " matches besides";
   }
   return text;
+}
+
+std::string DoubtText(const jqhost::PlacementDoubt& doubt) {
+  switch (doubt.reason) {
+    case jqhost::DoubtReason::kContradicted:
+      return "a shift of " + std::to_string(doubt.rivalShift.x) + ", " +
+             std::to_string(doubt.rivalShift.y) + " would fit the frame before better";
+    case jqhost::DoubtReason::kRepeats:
+      if (doubt.period == cv::Point2d()) return "other shifts fit the frame before as well";
+      return "the scene repeats itself every " +
+             std::to_string(cvRound(std::hypot(doubt.period.x, doubt.period.y))) + " pixels";
+    case jqhost::DoubtReason::kUnsupported:
+      return "it is hardly like the frame before where they overlap";
+    case jqhost::DoubtReason::kNone:
+      break;
+  }
+  return std::string();
 }
 
 }  // namespace
@@ -116,8 +134,8 @@ std::string AdviceText(const StitchSettings& settings, const FrameResult& frame)
 }
 
 std::string NoteText(const FrameResult& frame) {
-  return frame.inherited ? "it shows no corners and was placed by the frame before it; check it"
-                         : std::string();
+  if (frame.inherited) return "it shows no corners and was placed by the frame before it; check it";
+  return frame.Doubtful() ? "doubtful: " + DoubtText(*frame.doubt) : std::string();
 }
 
 }  // namespace jqstitch

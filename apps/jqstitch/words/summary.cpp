@@ -41,7 +41,10 @@ void AppendFrames(const RunRecord& record, std::string& text) {
     const FrameResult& first = record.frames[i];
     const bool share = many || first.cause == Cause::kNotReached;
     std::size_t end = i + 1;
-    while (share && end < names.size() && record.frames[end].cause == first.cause) ++end;
+    while (share && end < names.size() && record.frames[end].cause == first.cause &&
+           record.frames[end].Doubtful() == first.Doubtful()) {
+      ++end;
+    }
     text += "  " + names[i];
     if (end - i == 1) {
       text += ": " + FrameText(record, first) + "\n";
@@ -53,6 +56,7 @@ void AppendFrames(const RunRecord& record, std::string& text) {
       } else {
         text += first.Placed() ? "" : "left out: ";
         text += CauseName(first.cause);
+        text += first.Doubtful() ? ", doubtful" : "";
       }
       text += "\n";
     }
@@ -89,6 +93,14 @@ void AppendTruth(const TruthComparison& truth, std::string& text) {
   }
 }
 
+// The last line, so that it is not missed.
+void AppendDoubt(const RunRecord& record, std::string& text) {
+  const int doubtful = CountDoubtful(record);
+  if (doubtful == 0) return;
+  text += "Doubtful: " + std::to_string(doubtful) + " of " + std::to_string(CountPlaced(record)) +
+          " placed frames may lie in a wrong place; look at the picture there\n";
+}
+
 }  // namespace
 
 std::string OutcomeText(const RunRecord& record) {
@@ -99,6 +111,9 @@ std::string OutcomeText(const RunRecord& record) {
     case Outcome::kAllPlaced:
       return total == 1 ? "All placed: there is one frame, and it is the picture"
                         : "All placed: " + counts + " frames";
+    case Outcome::kSomeDoubtful:
+      return "All placed, some doubtful: " + counts + " frames, " +
+             std::to_string(CountDoubtful(record)) + " of them doubtful";
     case Outcome::kSomeLeftOut:
       return "Some left out: " + counts + " frames placed, " + std::to_string(total - placed) +
              " left out";
@@ -127,6 +142,7 @@ std::string SummaryText(const RunRecord& record) {
     if (record.trimmedBy == "nothing") text += ", not trimmed";
     text += "\n";
   }
+  AppendDoubt(record, text);
   text.pop_back();
   return text;
 }
