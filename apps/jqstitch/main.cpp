@@ -13,6 +13,7 @@
 
 #include "batch/batch_command.h"
 #include "exit_codes.h"
+#include "flat/flat_command.h"
 #include "inspect/inspect_command.h"
 #include "live/live_command.h"
 #include "simulate/simulate_command.h"
@@ -67,6 +68,7 @@ int main(int argc, char** argv) {
   jqstitch::AddLiveCommand(app, exitCode);
   jqstitch::AddSimulateCommand(app, exitCode);
   jqstitch::AddInspectCommand(app, exitCode);
+  jqstitch::AddFlatCommand(app, exitCode);
 
   try {
     app.parse(argc, argv);
