@@ -39,16 +39,21 @@ int Smooth(int t) {
   return (t * t * (768 - 2 * t)) >> 16;
 }
 
-// Adds one octave with cells of `step` pixels (a power of two), times weight / 256.
-void AddOctave(cv::Mat& field, std::uint64_t seed, int octave, int step, int weight) {
+// The ground is painted in strips, so that a large slide needs no field of its size.
+// Every step of an octave divides their height.
+constexpr int kStrip = 256;
+
+// Adds one octave with cells of `step` pixels (a power of two), times weight / 256, to
+// the strip that starts at row `top` of the slide.
+void AddOctave(cv::Mat& field, int top, std::uint64_t seed, int octave, int step, int weight) {
   const int count = field.cols / step + 2;
-  std::vector<int> above = LatticeRow(seed, octave, 0, count);
-  std::vector<int> below = LatticeRow(seed, octave, 1, count);
+  std::vector<int> above = LatticeRow(seed, octave, top / step, count);
+  std::vector<int> below = LatticeRow(seed, octave, top / step + 1, count);
   std::vector<int> mixed(count);
   for (int r = 0; r < field.rows; ++r) {
     if (r > 0 && r % step == 0) {
       above.swap(below);
-      below = LatticeRow(seed, octave, r / step + 1, count);
+      below = LatticeRow(seed, octave, (top + r) / step + 1, count);
     }
     const int ty = Smooth(r % step * 256 / step);
     for (int i = 0; i < count; ++i) mixed[i] = above[i] * (256 - ty) + below[i] * ty;
@@ -61,23 +66,30 @@ void AddOctave(cv::Mat& field, std::uint64_t seed, int octave, int step, int wei
   }
 }
 
-void PaintGround(cv::Mat& slide, std::uint64_t seed) {
-  cv::Mat field(slide.size(), CV_16U, cv::Scalar(0));
-  AddOctave(field, seed, 0, 256, 110);
-  AddOctave(field, seed, 1, 64, 60);
-  AddOctave(field, seed, 2, 16, 50);
-  AddOctave(field, seed, 3, 4, 36);
+void PaintGroundStrip(cv::Mat& strip, int top, std::uint64_t seed) {
+  cv::Mat field(strip.size(), CV_16U, cv::Scalar(0));
+  AddOctave(field, top, seed, 0, 256, 110);
+  AddOctave(field, top, seed, 1, 64, 60);
+  AddOctave(field, top, seed, 2, 16, 50);
+  AddOctave(field, top, seed, 3, 4, 36);
   const int pale[3] = {238, 232, 242};
   const int stained[3] = {196, 148, 222};
-  for (int r = 0; r < slide.rows; ++r) {
+  for (int r = 0; r < strip.rows; ++r) {
     const std::uint16_t* density = field.ptr<std::uint16_t>(r);
-    cv::Vec3b* row = slide.ptr<cv::Vec3b>(r);
-    for (int c = 0; c < slide.cols; ++c) {
+    cv::Vec3b* row = strip.ptr<cv::Vec3b>(r);
+    for (int c = 0; c < strip.cols; ++c) {
       for (int k = 0; k < 3; ++k) {
         row[c][k] = static_cast<unsigned char>(
             (pale[k] * (65535 - density[c]) + stained[k] * density[c]) >> 16);
       }
     }
+  }
+}
+
+void PaintGround(cv::Mat& slide, std::uint64_t seed) {
+  for (int top = 0; top < slide.rows; top += kStrip) {
+    cv::Mat strip = slide.rowRange(top, std::min(top + kStrip, slide.rows));
+    PaintGroundStrip(strip, top, seed);
   }
 }
 

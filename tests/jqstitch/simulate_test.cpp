@@ -6,6 +6,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <opencv2/videoio.hpp>
 #include <sstream>
 
 #include "host/simulate/random_stream.h"
@@ -126,21 +127,76 @@ TEST(Simulate, FramesComeFromTheGivenPicture) {
   EXPECT_EQ(truth[0].y, 190);
 }
 
+TEST(Simulate, AnyPictureIsAScene) {
+  TemporaryFolder folder;
+  cv::Mat colour(200, 400, CV_8UC3), grey;
+  cv::RNG random(11);
+  random.fill(colour, cv::RNG::UNIFORM, 1, 256);
+  cv::cvtColor(colour, grey, cv::COLOR_BGR2GRAY);
+  grey.at<unsigned char>(0, 0) = 255;
+  cv::Mat deep;
+  grey.convertTo(deep, CV_16U, 16);  // 12 significant bits
+  ASSERT_TRUE(cv::imwrite(folder / "grey.png", grey));
+  ASSERT_TRUE(cv::imwrite(folder / "deep.tif", deep));
+  for (const char* name : {"grey.png", "deep.tif"}) {
+    const std::string pass = folder / (std::string(name) + ".pass");
+    for (const TruthLine& line : Simulate(pass, {"-n", "2", "--image", folder / name})) {
+      cv::Mat expected;
+      cv::cvtColor(grey(cv::Rect(line.x, line.y, 200, 100)), expected, cv::COLOR_GRAY2BGR);
+      EXPECT_TRUE(SamePixels(cv::imread(pass + "/" + line.file, cv::IMREAD_COLOR), expected))
+          << name << " " << line.file;
+    }
+  }
+}
+
+TEST(Simulate, AStreamIsAVideoOfTheSameFrames) {
+  TemporaryFolder folder;
+  const auto pictures = Simulate(folder / "pictures", {"-n", "5", "--seed", "9"});
+  const auto truth = Simulate(folder / "video", {"-n", "5", "--seed", "9", "--stream"});
+  Simulate(folder / "again", {"-n", "5", "--seed", "9", "--stream"});
+  EXPECT_EQ(ListFolder(folder / "video"), (Strings{"frames.avi", "truth.csv"}));
+  ExpectSameFolder(folder / "video", folder / "again");
+  EXPECT_EQ(Steps(truth), Steps(pictures));
+  cv::VideoCapture video(folder / "video/frames.avi");
+  for (const TruthLine& line : pictures) {
+    cv::Mat frame;
+    ASSERT_TRUE(video.read(frame)) << line.file;
+    const cv::Mat picture = cv::imread(folder / "pictures/" + line.file, cv::IMREAD_COLOR);
+    ASSERT_EQ(frame.size(), picture.size());
+    // JPEG keeps the pixels roughly, half the colour among them.
+    EXPECT_LT(cv::norm(frame, picture, cv::NORM_L1) / double(3 * frame.total()), 4.0) << line.file;
+  }
+  // A live run finds the truth of each by its name.
+  const Outcome outcome =
+      RunProgram({"live", folder / "video/frames.avi", "-o", folder / "mosaic.png", "--truth",
+                  folder / "video/truth.csv"});
+  EXPECT_NE(outcome.err.find("Position error in pixels"), std::string::npos) << outcome.err;
+  EXPECT_EQ(outcome.err.find("not in the truth"), std::string::npos) << outcome.err;
+}
+
+TEST(Simulate, ForceReplacesAStream) {
+  TemporaryFolder folder;
+  Simulate(folder / "pass", {"-n", "2", "--stream"});
+  Simulate(folder / "pass", {"-n", "2", "--force"});
+  EXPECT_EQ(ListFolder(folder / "pass"),
+            (Strings{"frame_0001.png", "frame_0002.png", "truth.csv"}));
+}
+
 // --- generator ----------------------------------------------------------------
 
 // Published first outputs of splitmix64.
 TEST(RandomStream, IsSplitmix64) {
-  jqstitch::RandomStream zero(0);
+  jqhost::RandomStream zero(0);
   EXPECT_EQ(zero.Next(), 0xe220a8397b1dcdafU);
   EXPECT_EQ(zero.Next(), 0x6e789e6aa1b965f4U);
   EXPECT_EQ(zero.Next(), 0x06c45d188009454fU);
-  jqstitch::RandomStream other(1234567);
+  jqhost::RandomStream other(1234567);
   EXPECT_EQ(other.Next(), 6457827717110365317U);
   EXPECT_EQ(other.Next(), 3203168211198807973U);
 }
 
 TEST(RandomStream, BetweenReachesBothEndsAndNoFurther) {
-  jqstitch::RandomStream stream(3);
+  jqhost::RandomStream stream(3);
   bool seen[5] = {};
   for (int i = 0; i < 1000; ++i) {
     const int value = stream.Between(-2, 2);
@@ -152,12 +208,12 @@ TEST(RandomStream, BetweenReachesBothEndsAndNoFurther) {
 }
 
 TEST(RandomStream, BellHasItsDeviation) {
-  jqstitch::RandomStream stream(9);
+  jqhost::RandomStream stream(9);
   double sum = 0;
   double squares = 0;
   constexpr int kDraws = 200000;
   for (int i = 0; i < kDraws; ++i) {
-    const double value = stream.Bell() / jqstitch::RandomStream::kBellDeviation;
+    const double value = stream.Bell() / jqhost::RandomStream::kBellDeviation;
     sum += value;
     squares += value * value;
   }
@@ -464,9 +520,13 @@ TEST(SimulateErrors, ASceneOfAnUnknownFormatIsRefusedBeforeTheWork) {
 TEST(SimulateErrors, AnEnormousSlideIsRefused) {
   TemporaryFolder folder;
   const Outcome outcome = RunProgram(
-      {"simulate", "-o", folder / "pass", "-n", "10000", "--size", "4000x3000", "--step", "50"});
+      {"simulate", "-o", folder / "pass", "-n", "30000", "--size", "16000x16000", "--step", "100"});
   EXPECT_EQ(outcome.exitCode, 1);
-  EXPECT_NE(outcome.err.find("400 million"), std::string::npos) << outcome.err;
+  // 174 x 173 frames and the margins.
+  EXPECT_NE(outcome.err.find("2784032x2768032 pixels and take 23119 GB of memory"),
+            std::string::npos)
+      << outcome.err;
+  EXPECT_FALSE(fs::exists(folder / "pass"));
 }
 
 struct UsageRow {

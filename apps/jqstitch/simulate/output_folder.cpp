@@ -14,6 +14,7 @@ namespace jqstitch {
 namespace {
 
 constexpr char kTruthName[] = "truth.csv";
+constexpr char kVideoName[] = "frames.avi";
 
 // A name that `FrameName` gives: "frame_", digits, ".png" or ".jpg".
 bool IsFrameName(const std::string& name) {
@@ -28,7 +29,8 @@ void RemoveEarlierSimulation(const fs::path& folder) {
   std::vector<fs::path> doomed;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
-    if (entry.is_regular_file() && (name == kTruthName || IsFrameName(name))) {
+    if (entry.is_regular_file() &&
+        (name == kTruthName || name == kVideoName || IsFrameName(name))) {
       doomed.push_back(entry.path());
     }
   }
@@ -37,10 +39,12 @@ void RemoveEarlierSimulation(const fs::path& folder) {
 
 }  // namespace
 
-OutputFolder::OutputFolder(const std::string& path, bool force, int frameCount, int jpegQuality)
+OutputFolder::OutputFolder(const std::string& path, bool force, int frameCount, int jpegQuality,
+                           bool stream)
     : m_path(path),
       m_digits(std::max(4, static_cast<int>(std::to_string(frameCount).size()))),
-      m_jpegQuality(jpegQuality) {
+      m_jpegQuality(jpegQuality),
+      m_stream(stream) {
   try {
     if (fs::exists(path) && !fs::is_directory(path)) {
       throw jqhost::InputError("the output '" + path + "' is a file; give a folder");
@@ -59,8 +63,13 @@ OutputFolder::OutputFolder(const std::string& path, bool force, int frameCount, 
   }
 }
 
+std::string OutputFolder::VideoPath() const {
+  return (fs::path(m_path) / kVideoName).string();
+}
+
 std::string OutputFolder::FrameName(int index) const {
   const std::string number = std::to_string(index + 1);
+  if (m_stream) return "frame " + number;
   const std::size_t digits = static_cast<std::size_t>(m_digits);
   return "frame_" + std::string(digits - std::min(digits, number.size()), '0') + number +
          (m_jpegQuality > 0 ? ".jpg" : ".png");

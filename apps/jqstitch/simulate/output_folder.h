@@ -15,10 +15,15 @@ class OutputFolder {
   /// unless `force`; then the frames and the truth of an earlier simulation are
   /// removed and other files are left alone.
   /// @param jpegQuality 1 to 100, or 0 for PNG
-  OutputFolder(const std::string& path, bool force, int frameCount, int jpegQuality);
+  /// @param stream the frames go to a video
+  OutputFolder(const std::string& path, bool force, int frameCount, int jpegQuality,
+               bool stream = false);
+
+  /// Where the video goes.
+  std::string VideoPath() const;
 
   /// "frame_0007.png": numbered from 1, with as many digits as the last needs,
-  /// at least four.
+  /// at least four. In a video "frame 7", as a live run calls it.
   std::string FrameName(int index) const;
 
   void WriteFrame(int index, const cv::Mat& image) const;
@@ -31,6 +36,7 @@ class OutputFolder {
   std::string m_path;
   int m_digits;
   int m_jpegQuality;
+  bool m_stream;
 };
 
 }  // namespace jqstitch

@@ -113,8 +113,10 @@ void AddOptions(CLI::App& app, SimulateOptions& o) {
       ->check(Between(0, 90));
   app.add_option("--blur", o.effects.blur, "defocus, standard deviation in pixels (0)")
       ->check(Between(0, 50));
-  app.add_option("--jpeg-quality", o.jpegQuality, "write JPEG of this quality instead of PNG")
+  app.add_option("--jpeg-quality", o.jpegQuality,
+                 "write JPEG of this quality instead of PNG; of a video: 95")
       ->check(Between(1, 100));
+  app.add_flag("--stream", o.stream, "write one video, frames.avi (Motion JPEG), not pictures");
   app.add_option("--seed", o.seed, "the same seed gives the same bytes (1)")->check(NotNegative());
   app.add_flag("-q,--quiet", o.quiet, "print nothing but errors");
 }

@@ -24,7 +24,8 @@ struct SimulateOptions {
   double step = 20;  ///< percent of the frame, across and down
   int jumps = 0;
   jqhost::CameraEffects effects;
-  int jpegQuality = 0;  ///< 0: PNG
+  int jpegQuality = 0;  ///< 0: PNG, or a good one of a video
+  bool stream = false;  ///< a video instead of pictures
   std::uint64_t seed = 1;
   bool quiet = false;
 };
