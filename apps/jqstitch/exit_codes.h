@@ -7,10 +7,10 @@ namespace jqstitch {
 
 /// What the program tells the shell. Scripts rely on these numbers.
 enum ExitCode {
-  kExitOk = 0,           ///< every frame is in the picture; the command did its work
-  kExitWrongInput = 1,   ///< a file, folder, camera or output path is not usable
-  kExitWrongUsage = 2,   ///< the command line itself is wrong
-  kExitSomeLeftOut = 3,  ///< a picture, but frames are missing or their places are doubtful
+  kExitOk = 0,          ///< every frame is in the picture or was followed; the command did its work
+  kExitWrongInput = 1,  ///< a file, folder, camera or output path is not usable
+  kExitWrongUsage = 2,  ///< the command line itself is wrong
+  kExitSomeLeftOut = 3,  ///< a picture, but frames are missing, were lost, or are doubtful
   kExitNonePlaced = 4,   ///< no frame besides the first could be placed
 };
 
@@ -18,6 +18,7 @@ enum ExitCode {
 inline ExitCode ExitCodeOf(jqhost::Outcome outcome) {
   switch (outcome) {
     case jqhost::Outcome::kAllPlaced:
+    case jqhost::Outcome::kAllFollowed:
       return kExitOk;
     case jqhost::Outcome::kSomeDoubtful:
     case jqhost::Outcome::kSomeLeftOut:

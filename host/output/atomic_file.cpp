@@ -1,7 +1,9 @@
 #include "host/output/atomic_file.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
+#include <vector>
 
 #include "host/input_error.h"
 
@@ -110,6 +112,24 @@ void WriteFileAtomically(const std::string& path, const void* bytes, std::size_t
   AtomicFile file(path);
   file.Write(bytes, size);
   file.Commit();
+}
+
+void RemoveAbandonedTemporaries(const std::string& path) {
+  fs::path folder = fs::path(Resolve(path)).parent_path();
+  if (folder.empty()) folder = ".";
+  std::error_code error;
+  std::vector<std::string> abandoned;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    long long process = 0;
+    int number = 0, length = 0;
+    const std::string name = entry->path().filename().string();
+    const int read =
+        std::sscanf(name.c_str(), ".jqstitch-%lld-%d.tmp%n", &process, &number, &length);
+    const bool isOurs = read == 2 && length > 0;
+    if (isOurs && !IsProcessRunning(process)) abandoned.push_back(entry->path().string());
+  }
+  for (const std::string& file : abandoned) RemoveFile(file);
 }
 
 std::string TemporaryName(const std::string& path) {

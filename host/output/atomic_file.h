@@ -43,6 +43,10 @@ void CheckWritable(const std::string& path);
 /// Writes a whole file atomically.
 void WriteFileAtomically(const std::string& path, const void* bytes, std::size_t size);
 
+/// Removes the temporary files beside `path` whose process is gone: a run that was
+/// killed left them there.
+void RemoveAbandonedTemporaries(const std::string& path);
+
 /// The temporary file that this process uses while it writes `path` and nothing
 /// else, so that a program which must end at once knows what to remove.
 std::string TemporaryName(const std::string& path);

@@ -39,8 +39,11 @@ cv::Mat WithBackground(const cv::Mat& image, const std::optional<std::array<int,
 /// background has a colour.
 cv::Mat AsGrey(const cv::Mat& image, const std::optional<std::array<int, 3>>& background);
 
-/// The picture shrunk to at most `longest` pixels a side.
-cv::Mat Shrink(const cv::Mat& image, int longest);
+/// The picture shrunk to at most `longest` pixels a side, where pure black is shown in
+/// the colour: as `WithBackground` first and shrinking then, within one grey level, but
+/// without a copy of the whole. (Shrinking first would mix the black into the edges.)
+cv::Mat Shrink(const cv::Mat& image, int longest,
+               const std::optional<std::array<int, 3>>& background = std::nullopt);
 
 /// Encodes and writes atomically. Raises `InputError`.
 void SavePicture(const std::string& path, const cv::Mat& image);

@@ -1,5 +1,9 @@
 #include "host/record/json_report.h"
 
+#include <cmath>
+
+#include "host/record/run_track.h"
+
 using nlohmann::json;
 
 namespace jqhost {
@@ -40,6 +44,7 @@ json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& w
                 {"number", frame.number},
                 {"placed", frame.Placed()},
                 {"verdict", CauseName(frame.cause)},
+                {"state", StandingName(StandingOf(frame))},
                 {"seconds", frame.seconds}};
   if (frame.Placed()) {
     entry["position"] = PointJson(frame.position);
@@ -54,12 +59,21 @@ json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& w
   tell("reason", words.Reason(record, frame));
   tell("advice", words.Advice(record, frame));
   tell("note", words.Note(frame));
-  if (frame.registered) {
-    entry["matches"] = frame.matches;
-    if (!frame.Placed()) {
-      entry["offset"] = PointJson(frame.offset);
-      entry["shiftPercent"] = 100.0 * frame.shiftShare;
-    }
+  if (frame.measured.registered) {
+    entry["matches"] = frame.measured.matchCount;
+    entry["offset"] = PointJson(frame.measured.offset);
+    entry["shiftPercent"] = 100.0 * frame.shiftShare;
+  }
+  const JQFrameVerdict& measured = frame.measured;
+  const auto number = [&entry](const char* key, float value, float limit) {
+    if (!std::isnan(value)) entry[key] = {{"value", value}, {"limit", limit}};
+  };
+  number("brightness", measured.brightness, measured.brightnessLimit);
+  number("definition", measured.definition, measured.definitionLimit);
+  number("motion", measured.motion, measured.motionLimit);
+  if (frame.appearance) {
+    entry["besidePicture"] = {{"brightness", frame.appearance->brightness},
+                              {"sharpness", frame.appearance->sharpness}};
   }
   return entry;
 }
@@ -84,6 +98,12 @@ json OutcomeJson(const RunRecord& record) {
                  {"seconds", record.seconds},
                  {"notes", record.notes},
                  {"samples", SamplesJson(record.samples)}};
+  for (const Standing standing : {Standing::kTracked, Standing::kLost, Standing::kUnusable}) {
+    result[StandingName(standing)] = CountStanding(record, standing);
+  }
+  if (record.announced > 0) {
+    result["endedEarly"] = {{"announced", record.announced}, {"given", record.given}};
+  }
   result["stoppedBy"] = record.stoppedBy.empty() ? json() : json(record.stoppedBy);
   result["picture"] = json();
   if (!record.picture.empty()) {
@@ -121,6 +141,19 @@ json ReportJson(const RunRecord& record, const Words& words) {
     }
   }
   report["list"] = std::move(frames);
+  if (record.live) {
+    json losses = json::array();
+    for (const Loss& loss : FindLosses(record.frames)) {
+      losses.push_back({{"lastHeld", record.frames[loss.held].number},
+                        {"first", record.frames[loss.first].number},
+                        {"last", record.frames[loss.last].number},
+                        {"regained", loss.regained}});
+    }
+    report["losses"] = std::move(losses);
+  }
+  if (const std::optional<double> step = MedianStep(record)) {
+    report["medianStepPercent"] = 100.0 * *step;
+  }
   return report;
 }
 

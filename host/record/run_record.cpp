@@ -17,19 +17,29 @@ int CountDoubtful(const RunRecord& record) {
                                         [](const FrameResult& f) { return f.Doubtful(); }));
 }
 
+int CountStanding(const RunRecord& record, Standing standing) {
+  return static_cast<int>(
+      std::count_if(record.frames.begin(), record.frames.end(),
+                    [standing](const FrameResult& f) { return StandingOf(f) == standing; }));
+}
+
+bool OnlyFirstPlaced(const RunRecord& record) {
+  return record.frames.size() > 1 && CountPlaced(record) == 1;
+}
+
 Outcome OutcomeOf(const RunRecord& record) {
   const auto total = static_cast<int>(record.frames.size());
   const int placed = CountPlaced(record);
   if (placed == 0) return Outcome::kNoPicture;
-  if (placed == total) {
-    return CountDoubtful(record) == 0 ? Outcome::kAllPlaced : Outcome::kSomeDoubtful;
+  const int followed = record.live ? placed + CountStanding(record, Standing::kTracked) : placed;
+  if (followed == total && record.announced == 0) {
+    if (CountDoubtful(record) > 0) return Outcome::kSomeDoubtful;
+    return placed == total ? Outcome::kAllPlaced : Outcome::kAllFollowed;
   }
   // The first frame starts the picture; alone it is no stitching, unless the run
   // was stopped before any other frame was tried.
-  const bool othersTried = std::any_of(
-      record.frames.begin(), record.frames.end(),
-      [](const FrameResult& f) { return !f.Placed() && f.cause != Cause::kNotReached; });
-  return placed == 1 && othersTried ? Outcome::kNonePlaced : Outcome::kSomeLeftOut;
+  const int tried = total - CountStanding(record, Standing::kNotReached);
+  return placed == 1 && tried > 1 ? Outcome::kNonePlaced : Outcome::kSomeLeftOut;
 }
 
 const char* OutcomeName(Outcome outcome) {
@@ -38,6 +48,8 @@ const char* OutcomeName(Outcome outcome) {
       return "all placed";
     case Outcome::kSomeDoubtful:
       return "some doubtful";
+    case Outcome::kAllFollowed:
+      return "all followed";
     case Outcome::kSomeLeftOut:
       return "some left out";
     case Outcome::kNonePlaced:

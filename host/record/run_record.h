@@ -10,17 +10,22 @@
 #include "host/run/stitch_settings.h"
 #include "host/source/sample_depth.h"
 #include "host/verdict/frame_result.h"
+#include "host/verdict/standing.h"
 
 namespace jqhost {
 
 /// Everything that is told about a run when it is over.
 struct RunRecord {
-  std::string program;  ///< name and version
-  std::string command;  ///< "batch" or "live"
+  std::string program;    ///< name and version
+  std::string command;    ///< "batch" or "live"
+  bool live = false;      ///< else a batch run
+  bool fromFiles = true;  ///< else from a video or camera
   StitchSettings settings;
   cv::Size frameSize;    ///< full size
   cv::Size workingSize;  ///< of a frame in the picture: divided by the detection level
   std::vector<FrameResult> frames;
+  int announced = 0;               ///< frames of a video that ended before giving so many; else 0
+  int given = 0;                   ///< then the frames that it gave
   int skipped = 0;                 ///< passed over because of --every
   std::string stoppedBy;           ///< "Ctrl-C" and the like; empty for a run that came to its end
   std::vector<std::string> notes;  ///< plain sentences for the summary
@@ -36,17 +41,22 @@ struct RunRecord {
 
 int CountPlaced(const RunRecord& record);
 int CountDoubtful(const RunRecord& record);
+int CountStanding(const RunRecord& record, Standing standing);
+/// Whether frames came after the first one and none of them was placed.
+bool OnlyFirstPlaced(const RunRecord& record);
 
 enum class Outcome {
   kAllPlaced,
-  kSomeDoubtful,  ///< all are placed, but some places cannot be trusted
+  kAllFollowed,   ///< live: every frame was placed or tracked
+  kSomeDoubtful,  ///< the same, but some places cannot be trusted
   kSomeLeftOut,
   kNonePlaced,  ///< no frame besides the first
   kNoPicture,   ///< not even the first
 };
 
 Outcome OutcomeOf(const RunRecord& record);
-/// "all placed", "some doubtful", "some left out", "none placed" or "no picture".
+/// "all placed", "all followed", "some doubtful", "some left out", "none placed" or
+/// "no picture".
 const char* OutcomeName(Outcome outcome);
 
 /// Corner of a placed frame in the picture.

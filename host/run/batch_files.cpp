@@ -25,16 +25,17 @@ void WriteTemporary(const std::string& path, const cv::Mat& picture) {
 }  // namespace
 
 BatchFiles::BatchFiles(const std::vector<PictureId>& pictures, FramePreparation& preparation,
-                       const StopToken& stop) {
+                       std::int64_t maxPixels, const StopToken& stop) {
   for (const PictureId& picture : pictures) {
     m_files.push_back(stop.Requested() ? BatchFile{NameOf(picture), picture.path, std::string()}
-                                       : Prepare(picture, preparation));
+                                       : Prepare(picture, preparation, maxPixels));
   }
 }
 
-BatchFile BatchFiles::Prepare(const PictureId& picture, FramePreparation& preparation) {
+BatchFile BatchFiles::Prepare(const PictureId& picture, FramePreparation& preparation,
+                              std::int64_t maxPixels) {
   BatchFile file{NameOf(picture), picture.path, std::string()};
-  const cv::Mat stored = ReadStored(picture, file.why);
+  const cv::Mat stored = ReadStored(picture, file.why, maxPixels);
   if (stored.empty()) return file;
   const bool asItIs = picture.page == 0 && !preparation.Changes(stored);
   const cv::Mat prepared = preparation.Prepare(stored);

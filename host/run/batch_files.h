@@ -25,15 +25,17 @@ struct BatchFile {
 /// other files are handed over as they are.
 class BatchFiles {
  public:
+  /// @param maxPixels larger pictures are not decoded
   /// Looks at every picture; after a requested stop it only names the rest. Raises
   /// `InputError` when temporary files cannot be written.
   BatchFiles(const std::vector<PictureId>& pictures, FramePreparation& preparation,
-             const StopToken& stop);
+             std::int64_t maxPixels, const StopToken& stop);
 
   const std::vector<BatchFile>& Files() const { return m_files; }
 
  private:
-  BatchFile Prepare(const PictureId& picture, FramePreparation& preparation);
+  BatchFile Prepare(const PictureId& picture, FramePreparation& preparation,
+                    std::int64_t maxPixels);
 
   std::unique_ptr<TemporaryFolder> m_folder;  // made when it is needed
   std::vector<BatchFile> m_files;

@@ -2,6 +2,8 @@
 #define JQHOST_RUN_BATCH_SESSION_H
 
 #include <chrono>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,6 +13,7 @@
 #include "host/run/batch_files.h"
 #include "host/run/run_observer.h"
 #include "host/run/stop_token.h"
+#include "host/system/pinned_file.h"
 #include "host/verdict/frame_judge.h"
 #include "jqimagestitching.h"
 
@@ -21,10 +24,15 @@ namespace jqhost {
 class BatchSession {
  public:
   /// @param stop, observer must outlive the session
-  BatchSession(const std::vector<BatchFile>& files, const StopToken& stop, RunObserver& observer);
+  /// @param maxPixels larger pictures are refused by their header
+  /// @param thumbnails whether results carry a small picture of the file
+  BatchSession(const std::vector<BatchFile>& files, std::int64_t maxPixels, const StopToken& stop,
+               RunObserver& observer, bool thumbnails = false);
 
-  /// Stitches the files. Unusable ones are left out with `skipBad`; else any of
-  /// them refuses the whole run, and `Results` says which.
+  /// Stitches the files. Unusable ones are left out with `skipBad`; else any of them
+  /// refuses the whole run, and `Results` says which. A file that becomes unusable
+  /// only while the run goes on ends it there, or with `skipBad` starts it again
+  /// without that file.
   /// @return whether anything was stitched
   bool Run(bool skipBad);
 
@@ -44,17 +52,24 @@ class BatchSession {
   void Describe(const Picture& picture, RunRecord& record) const;
 
  private:
-  bool HasBadFiles(bool decode, bool skipBad);
-  bool Stitch();
+  enum class SlotEnd { kDone, kRefused, kFileChanged, kNothingToDo };
+
+  int CountBadFiles(bool decode);
+  SlotEnd Stitch();
+  void PrepareSlot();
   void InvokeSlot();
   void OnFileDone();
+  bool OnFirstFile(FrameResult& result);
   cv::Mat ReadTakenIn(std::size_t file) const;
+  void ExplainFailure(std::size_t file, const std::string& what);
 
-  std::vector<std::string> m_files;
+  std::vector<PinnedFile> m_files;
+  const std::int64_t m_maxPixels;
+  const bool m_thumbnails;
   const StopToken& m_stop;
   RunObserver& m_observer;
-  JQImageStitching m_stitcher;
-  std::optional<FrameJudge> m_judge;  // from the first file on
+  std::unique_ptr<JQImageStitching> m_stitcher;  // a new one for every try
+  std::optional<FrameJudge> m_judge;             // from the first file on
 
   std::vector<FrameResult> m_results;
   std::vector<bool> m_told;             // per file: whether the observer knows

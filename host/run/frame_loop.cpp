@@ -1,5 +1,6 @@
 #include "host/run/frame_loop.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace jqhost {
@@ -25,7 +26,10 @@ LoopEnd RunFrames(FrameSource& source, const LoopSettings& settings, const StopT
   while (!stop.Requested() && !session.OutOfMemory()) {
     if (settings.maxFrames > 0 && end.taken == settings.maxFrames) break;
     const bool wanted = (end.taken + end.skipped) % settings.every == 0;
-    if (!source.Next(frame, wanted)) break;
+    if (!source.Next(frame, wanted)) {
+      end.sourceEnded = true;
+      break;
+    }
     if (!wanted) {
       ++end.skipped;
       continue;
@@ -38,6 +42,15 @@ LoopEnd RunFrames(FrameSource& source, const LoopSettings& settings, const StopT
     }
   }
   return end;
+}
+
+void NoteEarlyEnd(const FrameSource& source, const LoopEnd& end, RunRecord& record) {
+  const int given = end.taken + end.skipped;
+  const int missing = source.Total() - given;
+  if (!end.sourceEnded || source.IsFileList()) return;
+  if (missing <= std::max(1, source.Total() / 100)) return;
+  record.announced = source.Total();
+  record.given = given;
 }
 
 void TellUnreached(FrameSource& source, const std::string& why, int taken, RunObserver& observer) {

@@ -21,6 +21,7 @@ struct LoopSettings {
 struct LoopEnd {
   int taken = 0;    ///< frames handed to the session
   int skipped = 0;  ///< passed over because of `every`
+  bool sourceEnded = false;
 };
 
 /// Hands the frames of a source to a session until the source ends, enough frames
@@ -28,6 +29,11 @@ struct LoopEnd {
 /// frame taken.
 LoopEnd RunFrames(FrameSource& source, const LoopSettings& settings, const StopToken& stop,
                   PushSession& session, RunObserver& observer);
+
+/// Notes in the record that a video ended well before the number of frames that it
+/// announces. (The number is an estimate in some formats: one frame or one per cent
+/// less says nothing.)
+void NoteEarlyEnd(const FrameSource& source, const LoopEnd& end, RunRecord& record);
 
 /// Tells the observer of the files that a loop which ended early did not reach.
 /// Only a list of files knows them; for other sources nothing happens.

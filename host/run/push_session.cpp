@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <opencv2/imgproc.hpp>
 
+#include "host/output/thumbnail.h"
 #include "host/run/guarded_call.h"
 #include "host/run/run_picture.h"
 #include "host/source/image_record.h"
@@ -22,6 +24,7 @@ FrameResult PushSession::Take(const SourceFrame& frame) {
   } else {
     Stitch(frame.image, result);
   }
+  if (m_thumbnails && !frame.image.empty()) result.thumbnail = Thumbnail(frame.image);
   return result;
 }
 
@@ -42,11 +45,25 @@ void PushSession::Stitch(const cv::Mat& image, FrameResult& result) {
     } else {
       m_judge->Judge(
           m_stitcher, [&] { return AsTakenIn(image); }, result);
+      if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
     }
   });
   if (end.raised) SetFailed(end.what, result);
   m_outOfMemory = m_outOfMemory || end.outOfMemory;
   result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Where enough matches tell the frame's place, it can be compared with what lies there.
+void PushSession::CompareWithPicture(const cv::Mat& image, FrameResult& result) const {
+  const JQFrameVerdict& measured = result.measured;
+  if (!measured.registered || measured.matchCount < JQFrameVerdict::kMatchesNeeded) return;
+  const cv::Mat mosaic = m_stitcher.GetMosaic();
+  const cv::Rect place(m_stitcher.GetCurrentPosition() + measured.offset, m_judge->WorkingSize());
+  const cv::Rect common = place & m_stitcher.GetPlacedBounds();
+  if (common.empty()) return;
+  cv::Mat frame = AsTakenIn(image);
+  if (frame.size() != place.size()) cv::resize(frame, frame, place.size());
+  result.appearance = CompareAppearance(mosaic(common), frame(common - place.tl()));
 }
 
 Picture PushSession::PictureSoFar(bool trim) const {

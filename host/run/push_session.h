@@ -16,7 +16,9 @@ namespace jqhost {
 /// what became of each. To be used from one thread at a time.
 class PushSession {
  public:
-  explicit PushSession(const StitchSettings& settings) : m_settings(settings) {}
+  /// @param thumbnails whether results carry a small picture of the frame
+  explicit PushSession(const StitchSettings& settings, bool thumbnails = false)
+      : m_settings(settings), m_thumbnails(thumbnails) {}
 
   /// Judges and, if it fits, places the frame. Raises nothing: what goes wrong is
   /// the result's cause, and the run can go on.
@@ -39,8 +41,10 @@ class PushSession {
 
  private:
   void Stitch(const cv::Mat& image, FrameResult& result);
+  void CompareWithPicture(const cv::Mat& image, FrameResult& result) const;
 
   StitchSettings m_settings;
+  bool m_thumbnails;
   JQImageStitching m_stitcher;
   std::optional<FrameJudge> m_judge;  // from the first usable frame on
   bool m_outOfMemory = false;

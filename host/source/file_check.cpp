@@ -13,9 +13,10 @@ bool SurvivesAsText(const std::string& path) {
   return QString::fromLocal8Bit(path.c_str()).toLocal8Bit().toStdString() == path;
 }
 
-bool AnyBad(const std::vector<FrameResult>& results) {
-  return std::any_of(results.begin(), results.end(),
-                     [](const FrameResult& r) { return r.cause != Cause::kNotReached; });
+int CountBad(const std::vector<FrameResult>& results) {
+  return static_cast<int>(std::count_if(results.begin(), results.end(), [](const FrameResult& r) {
+    return r.cause != Cause::kNotReached;
+  }));
 }
 
 // The size of most files; the first of equals.
@@ -35,28 +36,31 @@ cv::Size CommonSize(const std::vector<cv::Size>& sizes) {
 
 }  // namespace
 
-bool FindUnfitFiles(const std::vector<std::string>& files, std::vector<FrameResult>& results) {
+int FindUnfitFiles(const std::vector<PinnedFile>& files, std::int64_t maxPixels,
+                   std::vector<FrameResult>& results) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    const std::string why = SurvivesAsText(files[i]) ? WhyNotPicture(files[i])
-                                                     : "its name is not valid UTF-8 (rename it)";
+    const std::string why = SurvivesAsText(results[i].name)
+                                ? WhyNotPicture(files[i], maxPixels)
+                                : "its name is not valid UTF-8 (rename it)";
     if (!why.empty()) SetUnreadable(why, results[i]);
   }
-  return AnyBad(results);
+  return CountBad(results);
 }
 
-bool FindOddFiles(const std::vector<std::string>& files, std::vector<FrameResult>& results) {
+int FindOddFiles(const std::vector<PinnedFile>& files, std::int64_t maxPixels,
+                 std::vector<FrameResult>& results) {
   std::vector<cv::Size> sizes(files.size());
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (results[i].cause != Cause::kNotReached) continue;
     std::string why;
-    sizes[i] = ReadPicture(files[i], cv::IMREAD_COLOR, why).size();
+    sizes[i] = ReadPicture(files[i], cv::IMREAD_COLOR, why, maxPixels).size();
     if (!why.empty()) SetUnreadable(why, results[i]);
   }
   const cv::Size common = CommonSize(sizes);
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (!sizes[i].empty() && sizes[i] != common) SetSizeDiffers(sizes[i], common, results[i]);
   }
-  return AnyBad(results);
+  return CountBad(results);
 }
 
 }  // namespace jqhost

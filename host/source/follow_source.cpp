@@ -22,11 +22,12 @@ constexpr double kLookEvery = 0.2;  // seconds
 class FollowSource : public FrameSource {
  public:
   FollowSource(std::string folder, double seconds, std::vector<std::string> leftOut,
-               const StopToken& stop)
+               const StopToken& stop, std::int64_t maxPixels)
       : m_folder(std::move(folder)),
         m_patience(seconds),
         m_leftOut(std::move(leftOut)),
-        m_stop(stop) {}
+        m_stop(stop),
+        m_maxPixels(maxPixels) {}
 
   bool Next(SourceFrame& frame, bool read) override {
     while (m_ready.empty()) {
@@ -38,7 +39,7 @@ class FollowSource : public FrameSource {
     frame = SourceFrame();
     frame.name = NameOf(picture);
     frame.number = ++m_number;
-    if (read) frame.image = ReadStored(picture, frame.why);
+    if (read) frame.image = ReadStored(picture, frame.why, m_maxPixels);
     m_lastNews = Clock::now();
     return true;
   }
@@ -83,9 +84,9 @@ class FollowSource : public FrameSource {
       const bool stable = before != m_states.end() && before->second == states[path];
       std::string why;
       // Those after it wait, so that the order is kept.
-      if (!stable || (!still && ReadStored({path, 0}, why).empty())) break;
+      if (!stable || (!still && ReadStored({path, 0}, why, m_maxPixels).empty())) break;
       m_taken.insert(path);
-      for (const PictureId& page : ExpandPages({path})) m_ready.push_back(page);
+      for (const PictureId& page : ExpandPages({path}, m_maxPixels)) m_ready.push_back(page);
     }
     m_states = std::move(states);
     return !still || !m_ready.empty();
@@ -95,6 +96,7 @@ class FollowSource : public FrameSource {
   const double m_patience;
   const std::vector<std::string> m_leftOut;
   const StopToken& m_stop;
+  const std::int64_t m_maxPixels;
   std::set<std::string> m_taken;
   std::map<std::string, State> m_states;  // of those not taken, at the last look
   std::deque<PictureId> m_ready;
@@ -106,13 +108,13 @@ class FollowSource : public FrameSource {
 
 std::unique_ptr<FrameSource> FollowFolder(const std::string& folder, double seconds,
                                           const std::vector<std::string>& leftOut,
-                                          const StopToken& stop) {
+                                          const StopToken& stop, std::int64_t maxPixels) {
   std::error_code error;
   if (!fs::is_directory(folder, error)) {
     throw InputError("cannot follow '" + folder + "': it is not a folder");
   }
   FindPictures(folder, leftOut);  // tells now what would only end the run later
-  return std::make_unique<FollowSource>(folder, seconds, leftOut, stop);
+  return std::make_unique<FollowSource>(folder, seconds, leftOut, stop, maxPixels);
 }
 
 }  // namespace jqhost

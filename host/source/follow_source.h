@@ -18,10 +18,12 @@ namespace jqhost {
 /// new has come for `seconds`, or a stop is requested. Raises `InputError` when
 /// the folder cannot be read.
 /// @param leftOut pictures that the run itself writes
+/// @param maxPixels larger pictures are not decoded
 /// @param stop must outlive the source
 std::unique_ptr<FrameSource> FollowFolder(const std::string& folder, double seconds,
                                           const std::vector<std::string>& leftOut,
-                                          const StopToken& stop);
+                                          const StopToken& stop,
+                                          std::int64_t maxPixels = kMostPixels);
 
 }  // namespace jqhost
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 #include <utility>
@@ -18,7 +19,8 @@ namespace {
 
 class FileSource : public FrameSource {
  public:
-  explicit FileSource(std::vector<PictureId> pictures) : m_pictures(std::move(pictures)) {}
+  FileSource(std::vector<PictureId> pictures, std::int64_t maxPixels)
+      : m_pictures(std::move(pictures)), m_maxPixels(maxPixels) {}
 
   bool Next(SourceFrame& frame, bool read) override {
     if (m_next == m_pictures.size()) return false;
@@ -26,7 +28,7 @@ class FileSource : public FrameSource {
     frame = SourceFrame();
     frame.name = NameOf(picture);
     frame.number = static_cast<int>(m_next);
-    if (read) frame.image = ReadStored(picture, frame.why);
+    if (read) frame.image = ReadStored(picture, frame.why, m_maxPixels);
     return true;
   }
 
@@ -35,6 +37,7 @@ class FileSource : public FrameSource {
 
  private:
   std::vector<PictureId> m_pictures;
+  std::int64_t m_maxPixels;
   std::size_t m_next = 0;
 };
 
@@ -53,12 +56,14 @@ bool IsUrl(const std::string& text) {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files) {
-  return std::make_unique<FileSource>(ExpandPages(files));
+std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files,
+                                            std::int64_t maxPixels) {
+  return std::make_unique<FileSource>(ExpandPages(files, maxPixels), maxPixels);
 }
 
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
-                                             const std::vector<std::string>& leftOut) {
+                                             const std::vector<std::string>& leftOut,
+                                             std::int64_t maxPixels) {
   std::error_code error;
   if (source.size() == 1 && !fs::exists(source.front(), error) && IsNumber(source.front())) {
     return MakeVideoSource(std::string(), std::stoi(source.front()));
@@ -66,7 +71,7 @@ std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& sou
   if (source.size() == 1 && IsUrl(source.front())) return MakeVideoSource(source.front(), 0);
   if (source.size() == 1 && fs::is_regular_file(source.front(), error)) {
     const std::string& path = source.front();
-    const std::string why = WhyNotPicture(path);
+    const std::string why = WhyNotPicture(path, INT64_MAX);
     if (!why.empty() && fs::file_size(path, error) > 0) return MakeVideoSource(path, 0);
   }
   std::vector<std::string> files = ExpandFolders(source, leftOut);
@@ -81,10 +86,10 @@ std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& sou
     }
   }
   if (files.size() == 1) {
-    const std::string why = WhyNotPicture(files.front());
+    const std::string why = WhyNotPicture(files.front(), maxPixels);
     if (!why.empty()) throw InputError("cannot read '" + files.front() + "': " + why);
   }
-  return MakeFileSource(files);
+  return MakeFileSource(files, maxPixels);
 }
 
 }  // namespace jqhost

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/source/picture_reader.h"
+
 namespace jqhost {
 
 /// One frame of a live run.
@@ -33,11 +35,14 @@ class FrameSource {
 /// ("rtsp://..."), or a camera by its number. A path that exists wins over a camera of that number.
 /// Raises `InputError`.
 /// @param leftOut pictures that the run itself writes, not taken from folders
+/// @param maxPixels larger pictures are not decoded
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,
-                                             const std::vector<std::string>& leftOut);
+                                             const std::vector<std::string>& leftOut,
+                                             std::int64_t maxPixels = kMostPixels);
 
 /// The same for a list of pictures. Every page of a TIFF is a frame.
-std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files);
+std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files,
+                                            std::int64_t maxPixels = kMostPixels);
 
 /// A video file (`path`) or camera (`number`, when `path` is empty). Raises
 /// `InputError`.

@@ -134,6 +134,11 @@ std::vector<std::string> ReadPathList(const std::string& file) {
     if (fs::is_directory(file, error)) {
       throw InputError("cannot read the list '" + file + "': it is a folder");
     }
+    if (WhyNotPicture(file).empty()) {
+      throw InputError("cannot read the list '" + file +
+                       "': it is a picture; a list is a text with one path a line (give pictures "
+                       "without --list)");
+    }
     stream.open(file);
     if (!stream) {
       throw InputError("cannot read the list '" + file +

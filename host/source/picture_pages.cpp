@@ -11,10 +11,10 @@ namespace {
 
 constexpr int kAsStored = cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR;
 
-cv::Mat ReadPage(const PictureId& picture, std::string& why) {
+cv::Mat ReadPage(const PinnedFile& file, int page, std::string& why) {
   std::vector<cv::Mat> pages;
   try {
-    if (!cv::imreadmulti(picture.path, pages, picture.page - 1, 1, kAsStored)) pages.clear();
+    if (!cv::imreadmulti(file.Path(), pages, page - 1, 1, kAsStored)) pages.clear();
   } catch (const cv::Exception& raised) {
     why = "it cannot be decoded (" + raised.err + ")";
     return cv::Mat();
@@ -35,24 +35,26 @@ std::string NameOf(const PictureId& picture) {
   return picture.page == 0 ? picture.path : picture.path + " page " + std::to_string(picture.page);
 }
 
-std::vector<PictureId> ExpandPages(const std::vector<std::string>& files) {
+std::vector<PictureId> ExpandPages(const std::vector<std::string>& files, std::int64_t maxPixels) {
   std::vector<PictureId> pictures;
   pictures.reserve(files.size());
   for (const std::string& file : files) {
-    const int pages = WhyNotPicture(file).empty() ? CountTiffPages(file) : 0;
+    const PinnedFile pinned(file);
+    const int pages = WhyNotPicture(pinned, maxPixels).empty() ? CountTiffPages(pinned.Path()) : 0;
     if (pages < 2) pictures.push_back({file, 0});
     for (int page = 1; pages >= 2 && page <= pages; ++page) pictures.push_back({file, page});
   }
   return pictures;
 }
 
-cv::Mat ReadStored(const PictureId& picture, std::string& why) {
+cv::Mat ReadStored(const PictureId& picture, std::string& why, std::int64_t maxPixels) {
+  const PinnedFile file(picture.path);
   cv::Mat stored;
   if (picture.page == 0) {
-    stored = ReadPicture(picture.path, kAsStored, why);
+    stored = ReadPicture(file, kAsStored, why, maxPixels);
   } else {
-    why = WhyNotPicture(picture.path);
-    if (why.empty()) stored = ReadPage(picture, why);
+    why = WhyNotPicture(file, maxPixels);
+    if (why.empty()) stored = ReadPage(file, picture.page, why);
   }
   if (!stored.empty()) why = WhyNotSamples(stored);
   return why.empty() ? stored : cv::Mat();

@@ -1,15 +1,17 @@
 #include "host/source/picture_reader.h"
 
 #include <filesystem>
+#include <fstream>
+#include <new>
 #include <opencv2/imgcodecs.hpp>
 
-#include "host/system/plain_file.h"
+#include "host/source/header_size.h"
 
 namespace jqhost {
+namespace {
 
-std::string WhyNotPicture(const std::string& path) {
-  std::error_code error;
-  switch (KindOfFile(path, error)) {
+std::string WhyNotPlain(const PinnedFile& file) {
+  switch (file.Kind()) {
     case FileKind::kMissing:
       return "there is no such file";
     case FileKind::kFolder:
@@ -19,32 +21,60 @@ std::string WhyNotPicture(const std::string& path) {
     case FileKind::kOther:
       return "it is not a plain file";
     case FileKind::kUnknown:
-      return error.message();
     case FileKind::kPlain:
       break;
   }
-  if (std::filesystem::file_size(path, error) == 0) return "the file is empty";
-  if (const std::error_code why = WhyNotReadable(path)) return why.message();
+  return file.Error() ? file.Error().message() : std::string();
+}
+
+// What the header does not tell is left to the decoder and its own limits.
+std::string WhyTooManyPixels(const std::string& path, std::int64_t maxPixels) {
+  std::ifstream stream(path, std::ios::binary);
+  const std::optional<HeaderSize> size = ReadHeaderSize(stream);
+  if (!size || size->Pixels() <= static_cast<std::uint64_t>(maxPixels)) return std::string();
+  return "its header announces " + std::to_string(size->width) + " x " +
+         std::to_string(size->height) + " pixels, more than the " + std::to_string(maxPixels) +
+         " allowed (--max-pixels)";
+}
+
+}  // namespace
+
+std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels) {
+  std::string why = WhyNotPlain(file);
+  if (!why.empty()) return why;
+  std::error_code error;
+  if (std::filesystem::file_size(file.Path(), error) == 0) return "the file is empty";
   try {
-    if (!cv::haveImageReader(path)) return "it is not a picture of a known format";
+    if (!cv::haveImageReader(file.Path())) return "it is not a picture of a known format";
   } catch (const cv::Exception& raised) {
     return raised.err;
   }
-  return std::string();
+  return WhyTooManyPixels(file.Path(), maxPixels);
 }
 
-cv::Mat ReadPicture(const std::string& path, int flags, std::string& why) {
-  why = WhyNotPicture(path);
+std::string WhyNotPicture(const std::string& path, std::int64_t maxPixels) {
+  return WhyNotPicture(PinnedFile(path), maxPixels);
+}
+
+cv::Mat ReadPicture(const PinnedFile& file, int flags, std::string& why, std::int64_t maxPixels) {
+  why = WhyNotPicture(file, maxPixels);
   if (!why.empty()) return cv::Mat();
   cv::Mat picture;
   try {
-    picture = cv::imread(path, flags);
+    picture = cv::imread(file.Path(), flags);
   } catch (const cv::Exception& raised) {
     why = "it cannot be decoded (" + raised.err + ")";
+    return cv::Mat();
+  } catch (const std::bad_alloc&) {
+    why = "there is not enough memory for it";
     return cv::Mat();
   }
   if (picture.empty()) why = "it is damaged or cut short";
   return picture;
+}
+
+cv::Mat ReadPicture(const std::string& path, int flags, std::string& why, std::int64_t maxPixels) {
+  return ReadPicture(PinnedFile(path), flags, why, maxPixels);
 }
 
 }  // namespace jqhost

@@ -1,19 +1,31 @@
 #ifndef JQHOST_SOURCE_PICTURE_READER_H
 #define JQHOST_SOURCE_PICTURE_READER_H
 
+#include <cstdint>
 #include <opencv2/core.hpp>
 #include <string>
 
+#include "host/system/pinned_file.h"
+
 namespace jqhost {
 
-/// Why a file cannot be a picture, found out without decoding it: it is missing,
-/// a folder, a pipe (which would block), empty, forbidden or of no known format.
-/// Empty when nothing speaks against it.
-std::string WhyNotPicture(const std::string& path);
+/// The most pixels of a picture that is read when nothing else is asked for: 1.2 GB
+/// of 8-bit colour. A small file can announce far more than fits the memory.
+constexpr std::int64_t kMostPixels = 400000000;
 
-/// Reads a picture; an empty matrix and the cause in `why` when it cannot.
+/// Why a file cannot be a picture, found out without decoding it: it is missing,
+/// a folder, a pipe (which would block), empty, forbidden, of no known format, or
+/// its header announces more than `maxPixels`. Empty when nothing speaks against it.
+std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels = kMostPixels);
+std::string WhyNotPicture(const std::string& path, std::int64_t maxPixels = kMostPixels);
+
+/// Reads a picture; an empty matrix and the cause in `why` when it cannot. Never
+/// waits for a pipe, whatever happens to the file meanwhile.
 /// @param flags as `cv::imread` takes them
-cv::Mat ReadPicture(const std::string& path, int flags, std::string& why);
+cv::Mat ReadPicture(const PinnedFile& file, int flags, std::string& why,
+                    std::int64_t maxPixels = kMostPixels);
+cv::Mat ReadPicture(const std::string& path, int flags, std::string& why,
+                    std::int64_t maxPixels = kMostPixels);
 
 }  // namespace jqhost
 

@@ -17,9 +17,6 @@ enum class FileKind { kMissing, kPlain, kFolder, kPipe, kOther, kUnknown };
 /// when the system does not tell.
 FileKind KindOfFile(const std::string& path, std::error_code& error);
 
-/// Whether this process may read the file; else the cause.
-std::error_code WhyNotReadable(const std::string& path);
-
 /// The most characters that a file name can have.
 std::size_t LongestFileName();
 

@@ -35,14 +35,6 @@ FileKind KindOfFile(const std::string& path, std::error_code& error) {
   return S_ISFIFO(status.st_mode) ? FileKind::kPipe : FileKind::kOther;
 }
 
-std::error_code WhyNotReadable(const std::string& path) {
-  // Without O_NONBLOCK a pipe put in the file's place would wait for a writer.
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return LastError();
-  close(file);
-  return std::error_code();
-}
-
 std::size_t LongestFileName() {
   return NAME_MAX;
 }

@@ -3,19 +3,18 @@
 
 #include <functional>
 #include <opencv2/core.hpp>
-#include <optional>
 
 #include "host/run/stitch_settings.h"
 #include "host/verdict/doubt/placement_view.h"
 #include "host/verdict/frame_result.h"
 #include "host/verdict/position_tracker.h"
-#include "jqstitchingalgorithm.h"
 
 class JQImageStitching;
 
 namespace jqhost {
 
-/// Finds out from the stitcher what became of each frame and where it lies.
+/// Turns the stitcher's verdict on each frame into a result and finds out where the
+/// frame lies in the run's own coordinates.
 class FrameJudge {
  public:
   /// @param firstFrame the frame that started the run, as taken in
@@ -25,7 +24,7 @@ class FrameJudge {
   void JudgeFirst(FrameResult& result) const;
 
   /// The result of the newest of the later frames.
-  /// @param frame gives the frame as taken in; called only when it is needed
+  /// @param frame gives the frame as taken in; called only when it was placed
   void Judge(const JQImageStitching& stitcher, const std::function<cv::Mat()>& frame,
              FrameResult& result);
 
@@ -36,9 +35,6 @@ class FrameJudge {
   cv::Size WorkingSize() const { return m_workingSize; }
 
  private:
-  Cause WhyLeftOut(const stitchflags& flags, const std::function<cv::Mat()>& frame,
-                   FrameResult& result);
-  bool ReferenceHasCorners();
   PlacementDoubt Doubt(const cv::Mat& frame, cv::Point position);
 
   StitchSettings m_settings;
@@ -47,19 +43,11 @@ class FrameJudge {
   PositionTracker m_tracker;
   PlacementView m_placedView;  // of the frame placed last,
   cv::Point m_placedPosition;  // and its position
-  stitchflags m_before;
-  bool m_anyPlaced = false;
-  std::optional<bool> m_firstHasCorners;
 };
 
-/// Fills in the measurements of a registered frame: matches, offset and shift.
-/// @param frame full size of the frames
-void FillMeasurements(const stitchflags& flags, cv::Size frame, const StitchSettings& settings,
-                      FrameResult& result);
-
-/// Why a frame that was measured was left out: the stitcher's tests in its order.
-Cause WhyMeasuredFrameLeftOut(const stitchflags& flags, const StitchSettings& settings,
-                              const FrameResult& result);
+/// Copies the stitcher's verdict: cause, numbers, share of the field of view.
+void CopyVerdict(const JQFrameVerdict& verdict, const StitchSettings& settings,
+                 FrameResult& result);
 
 }  // namespace jqhost
 

@@ -4,6 +4,10 @@
 #include <opencv2/core.hpp>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "host/verdict/appearance.h"
+#include "jqframeverdict.h"
 
 #include "host/verdict/doubt/placement_doubt.h"
 
@@ -27,11 +31,6 @@ enum class Cause {
 /// The cause as reports and events spell it, for example "too few matches".
 const char* CauseName(Cause cause);
 
-/// The stitcher's limits of acceptance.
-constexpr int kNeededMatches = 11;
-constexpr double kLeastShift = 0.1;  ///< share of the frame, exclusive
-constexpr double kMostShift = 0.9;   ///< share of the frame, exclusive
-
 /// What became of one frame, as numbers. Lengths are pixels of the working scale.
 struct FrameResult {
   std::string name;
@@ -42,15 +41,18 @@ struct FrameResult {
   cv::Size expected;       ///< then the size of the others
   bool inherited = false;  ///< placed by its predecessor's offset, having no corners itself
 
-  bool registered = false;  ///< whether the three below were measured
-  int matches = 0;          ///< of which `kNeededMatches` are needed
-  cv::Point offset;         ///< against the frame placed before; not for placed frames
-  double shiftShare = 0.0;  ///< of the frame, along the larger component
+  /// The stitcher's numbers; its `cause` is `kNone` for a frame that never came there.
+  JQFrameVerdict measured;
+  double shiftShare = 0.0;  ///< of the field of view; 0 when it was not measured
+
+  /// Of a frame that failed the overlap test but could be measured.
+  std::optional<Appearance> appearance;
 
   cv::Point position;  ///< of a placed frame: top-left corner, first frame at (0, 0)
   /// How far the place can be trusted, for a frame placed against another.
   std::optional<PlacementDoubt> doubt;
   double seconds = 0.0;
+  std::vector<unsigned char> thumbnail;  ///< a small JPEG, where the run keeps them
 
   bool Doubtful() const { return doubt && doubt->doubtful; }
   bool Placed() const { return cause == Cause::kPlaced; }

@@ -217,6 +217,19 @@ TEST_P(BatchInputs, AWildcardsOrderIsPointedOut) {
   EXPECT_EQ(Run(files).err.find("--natural"), std::string::npos);
 }
 
+TEST_P(BatchInputs, OneUnreadableFileIsWrongInput) {
+  const Strings files = WriteWalk(m_in.Path(), 1, {0, 0});
+  const std::string whole = ReadFile(files[0]);
+  std::ofstream(files[0], std::ios::binary) << whole.substr(0, 300);
+  ExpectRefused(files, "f1.png: unreadable: it is damaged or cut short");
+  ExpectRefused({files[0], "--skip-bad"}, "unreadable");
+}
+
+TEST_P(BatchInputs, APictureIsNoList) {
+  const Strings files = WriteWalk(m_in.Path(), 2, {64, 0});
+  ExpectRefused({"--list", files[0]}, "it is a picture; a list is a text");
+}
+
 class LiveInputs : public Inputs {};
 INSTANTIATE_TEST_SUITE_P(Jqstitch, LiveInputs, testing::Values("live"));
 
@@ -234,6 +247,52 @@ TEST_P(LiveInputs, AVideoIsTakenFrameByFrame) {
   EXPECT_EQ(NamesInReport(),
             (Strings{"frame 1", "frame 2", "frame 3", "frame 4", "frame 5", "frame 6"}));
   EXPECT_NEAR(ReadPictureFile(m_out / "mosaic.png").cols, 320 + 5 * 64, 12);
+}
+
+TEST_P(LiveInputs, AVideoThatEndsEarlyIsTold) {
+  const std::string video = m_in / "pass.avi";
+  {
+    cv::VideoWriter writer(video, cv::VideoWriter::fourcc('M', 'J', 'P', 'G'), 10, {320, 240});
+    if (!writer.isOpened()) GTEST_SKIP() << "no video encoder";
+    for (const std::string& file : WriteWalk(m_in.Path(), 12, {64, 0})) {
+      writer.write(ReadPictureFile(file));
+    }
+  }
+  const std::string whole = ReadFile(video);
+  std::ofstream(video, std::ios::binary) << whole.substr(0, whole.size() / 2);
+  const Outcome outcome = Run({video});
+  EXPECT_EQ(outcome.exitCode, 3) << outcome.err;
+  EXPECT_NE(outcome.err.find(" of the 12 frames that it announces"), std::string::npos)
+      << outcome.err;
+  const json report = ReadJson(m_out / "report.json");
+  EXPECT_EQ(report["endedEarly"]["announced"], 12);
+  EXPECT_LT(int(report["endedEarly"]["given"]), 11);
+
+  // Cut right behind its header it gives no frame at all.
+  fs::remove(m_out / "mosaic.png");
+  fs::remove(m_out / "report.json");
+  const std::size_t data = whole.find("movi");
+  ASSERT_NE(data, std::string::npos);
+  std::ofstream(video, std::ios::binary) << whole.substr(0, data + 4);
+  EXPECT_EQ(Run({video}).exitCode, 1);
+}
+
+TEST_P(Inputs, APictureBombIsRefusedByItsHeader) {
+  // A PNG of some bytes that announces a thousand million pixels.
+  const Strings files = WriteWalk(m_in.Path(), 2, {64, 0});
+  const char header[] = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x7d\0\0\0\x7d\0\x08\2\0\0\0";
+  std::ofstream(m_in / "bomb.png", std::ios::binary).write(header, sizeof header - 1);
+  const Outcome bomb = Run({files[0], m_in / "bomb.png", files[1]});
+  EXPECT_NE(bomb.err.find("its header announces 32000 x 32000 pixels, more than the 400000000"),
+            std::string::npos)
+      << bomb.err;
+  EXPECT_EQ(bomb.exitCode, std::string(GetParam()) == "live" ? 3 : 1);
+
+  // The limit counts for ordinary pictures, too: 320 x 240 = 76800.
+  EXPECT_EQ(Run({files[0], files[1], "--max-pixels", "76800"}).exitCode, 0);
+  const Outcome refused = Run({files[0], files[1], "--max-pixels", "76799"});
+  EXPECT_EQ(refused.exitCode, 1) << refused.err;
+  EXPECT_NE(refused.err.find("--max-pixels"), std::string::npos);
 }
 
 TEST_P(LiveInputs, WhatIsNeitherPictureNorVideoIsRefused) {

@@ -168,11 +168,14 @@ TEST_P(Options, TheHtmlReportNeedsNoOtherFile) {
   fs::rename(m_frames[0], m_in / "f0 <b>&.png");
   ASSERT_EQ(Run({"--report", m_out / "r.html", "--report", m_out / "r.json"}).exitCode, 0);
   const std::string page = ReadFile(m_out / "r.html");
-  EXPECT_NE(page.find("<svg viewBox=\"0 0 " + std::to_string(Picture().cols) + " "),
+  EXPECT_NE(page.find("<svg id=\"map\" viewBox=\"0 0 " + std::to_string(Picture().cols) + " "),
             std::string::npos);
   EXPECT_NE(page.find("href=\"data:image/jpeg;base64,/9j/"), std::string::npos);
   EXPECT_EQ(page.find("http"), std::string::npos);
-  EXPECT_EQ(page.find("src="), std::string::npos);
+  for (std::size_t at = page.find("src="); at != std::string::npos;
+       at = page.find("src=", at + 1)) {
+    EXPECT_EQ(page.compare(at, 16, "src=\"data:image/"), 0) << page.substr(at, 40);
+  }
   EXPECT_NE(page.find("f0 &lt;b&gt;&amp;.png"), std::string::npos);
   EXPECT_EQ(page.find("<b>"), std::string::npos);
   std::size_t rectangles = 0;
@@ -181,6 +184,20 @@ TEST_P(Options, TheHtmlReportNeedsNoOtherFile) {
     ++rectangles;
   }
   EXPECT_EQ(rectangles, m_frames.size());
+  // Every frame with its small picture and its number on the map; the seams have a layer.
+  const auto count = [&page](const std::string& text) {
+    std::size_t found = 0;
+    for (std::size_t at = page.find(text); at != std::string::npos; at = page.find(text, at + 1)) {
+      ++found;
+    }
+    return found;
+  };
+  EXPECT_EQ(count("<img loading"), m_frames.size());
+  for (std::size_t i = 1; i <= m_frames.size(); ++i) {
+    EXPECT_EQ(count(">" + std::to_string(i) + "</text>"), 1u) << i;
+  }
+  EXPECT_EQ(count("<g id=\"seams\">\n<path d=\"M"), 1u);
+  EXPECT_EQ(count("Shift %"), 1u);
   EXPECT_EQ(ReadJson(m_out / "r.json")["list"].size(), m_frames.size());
 }
 

@@ -20,6 +20,32 @@ TEST(JqstitchProgram, VersionAndHelpAreOnStandardOutput) {
   }
 }
 
+TEST(JqstitchProgram, WrongUsagePointsToTheCommandsOwnHelp) {
+  const struct {
+    Strings arguments;
+    const char* hint;
+  } rows[] = {{{"live"}, "Try 'jqstitch live --help'"},
+              {{"live", "x", "-o", "y.png", "--nonsense"}, "Try 'jqstitch live --help'"},
+              {{"batch", "-o", "x.png"}, "Try 'jqstitch batch --help'"},
+              {{"simulate", "-o", "x", "--step", "many"}, "Try 'jqstitch simulate --help'"},
+              {{"inspect", "a.png"}, "Try 'jqstitch inspect --help'"},
+              {{"--nonsense"}, "Try 'jqstitch --help'"}};
+  for (const auto& row : rows) {
+    const Outcome outcome = RunProgram(row.arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_NE(outcome.err.find(row.hint), std::string::npos) << outcome.err;
+  }
+}
+
+TEST(JqstitchProgram, AWrongCommandListsTheRightOnes) {
+  for (const Strings& arguments : {Strings{"stich", "x.png", "-o", "y.png"}, Strings{}}) {
+    const Outcome outcome = RunProgram(arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_NE(outcome.err.find("commands are batch, live, simulate, inspect"), std::string::npos)
+        << outcome.err;
+  }
+}
+
 TEST(JqstitchProgram, WrongUsageIsTold) {
   for (const Strings& arguments : {Strings{}, Strings{"nonsense"}, Strings{"live"},
                                    Strings{"batch", "-o", "x.png"}, Strings{"live", "folder"}}) {

@@ -68,8 +68,11 @@ TEST_F(Verdicts, NoCorners) {
     EXPECT_EQ(list[1]["verdict"], "no corners found");
     EXPECT_FALSE(list[1].contains("matches")) << "nothing was measured";
     EXPECT_NE(list[1]["advice"], "");
-    ExpectLine("  flat.png: left out: no corners found in the frame\n");
-    ExpectLine("Some left out: 3 of 4 frames placed, 1 left out");
+    const bool live = std::string(command) == "live";
+    ExpectLine(std::string("  flat.png: ") + (live ? "lost" : "left out") +
+               ": no corners found in the frame\n");
+    ExpectLine(live ? "Some lost: 3 of 4 frames placed, 1 lost"
+                    : "Some left out: 3 of 4 frames placed, 1 left out");
   }
 }
 
@@ -93,13 +96,79 @@ TEST_F(Verdicts, TooFewMatches) {
   ExpectLine("left out: too few matches (" + std::to_string(int(list[1]["matches"])) + " of 11)\n");
 }
 
-TEST_F(Verdicts, ShiftTooSmall) {
-  const json list = Run("live", WriteFrames(m_folder.Path(), {{0, 0}, {16, 0}, {64, 0}}));
-  EXPECT_EQ(m_outcome.exitCode, 3);
+TEST_F(Verdicts, AFrameOnTheWayIsTrackedInALiveRun) {
+  const Strings files = WriteFrames(m_folder.Path(), {{0, 0}, {16, 0}, {64, 0}});
+  const json list = Run("live", files);
+  EXPECT_EQ(m_outcome.exitCode, 0) << m_outcome.err;
   EXPECT_EQ(list[1]["verdict"], "shift too small");
+  EXPECT_EQ(list[1]["state"], "tracked");
+  EXPECT_FALSE(list[1].contains("advice")) << "there is nothing to do";
   EXPECT_NEAR(list[1]["shiftPercent"], 5.0, 1.0);
   EXPECT_EQ(list[2]["verdict"], "placed") << "measured against the frame placed last";
+  ExpectLine("  f2.png: tracked: shift too small (");
   ExpectLine(" % of the frame, more than 10 % needed)\n");
+  ExpectLine("All followed: 2 of 3 frames placed, 1 tracked");
+}
+
+TEST_F(Verdicts, AFrameOnTheWayIsLeftOutOfABatch) {
+  const json list = Run("batch", WriteFrames(m_folder.Path(), {{0, 0}, {16, 0}, {64, 0}}));
+  EXPECT_EQ(m_outcome.exitCode, 3);
+  EXPECT_EQ(list[1]["verdict"], "shift too small");
+  ExpectLine("  f2.png: left out: shift too small (");
+}
+
+TEST_F(Verdicts, ALostTrackIsOneSentenceAndLikeFramesShareALine) {
+  // Two frames placed, three from elsewhere, then back beside the second.
+  const Strings files = WriteFrames(
+      m_folder.Path(), {{0, 0}, {64, 0}, {900, 700}, {1000, 700}, {1100, 700}, {128, 0}});
+  const json list = Run("live", files);
+  EXPECT_EQ(m_outcome.exitCode, 3);
+  EXPECT_EQ(list[5]["verdict"], "placed");
+  for (int i : {2, 3, 4}) EXPECT_EQ(list[i]["state"], "lost");
+  ExpectLine(
+      "Track lost at frame 3, beside frame 2 at 64, 0 of the picture, found again after "
+      "frame 5\n");
+  ExpectLine("Some lost: 3 of 6 frames placed, 3 lost");
+  const json report = ReadJson(m_folder / "out/report.json");
+  ASSERT_EQ(report["losses"].size(), 1u);
+  EXPECT_EQ(report["losses"][0],
+            json({{"lastHeld", 2}, {"first", 3}, {"last", 5}, {"regained", true}}));
+  EXPECT_EQ(report["lost"], 3);
+}
+
+TEST_F(Verdicts, NeighboursLeftOutForOneCauseShareALine) {
+  const cv::Mat flat(kFrame, CV_8UC3, cv::Scalar::all(190));
+  Strings files = WriteWalk(m_folder.Path(), 2, {96, 0});
+  for (const char* name : {"x1.png", "x2.png", "x3.png"}) files.push_back(Write(name, flat));
+  Run("live", files);
+  ExpectLine("  x1.png to x3.png: 3 frames lost: no corners found in the frame\n");
+  ExpectLine(
+      "Track lost at frame 3, beside frame 2 at 96, 0 of the picture, and not found again\n");
+}
+
+TEST_F(Verdicts, NonePlacedLeavesAnEarlierPictureAlone) {
+  const std::string picture = m_folder / "out/mosaic.png";
+  const Strings files = WriteFrames(m_folder.Path(), {{0, 0}, {500, 400}});
+  for (const char* command : {"live", "batch"}) {
+    cv::imwrite(picture, cv::Mat(7, 9, CV_8UC3, cv::Scalar::all(33)));
+    const std::string before = ReadFile(picture);
+    Run(command, files);
+    EXPECT_EQ(m_outcome.exitCode, 4);
+    EXPECT_EQ(ReadFile(picture), before) << command;
+    ExpectLine("is left as it was, because no frame was placed");
+    ASSERT_EQ(std::remove(picture.c_str()), 0);
+    Run(command, files);
+    EXPECT_EQ(m_outcome.exitCode, 4);
+    EXPECT_EQ(ReadPictureFile(picture).size(), kFrame) << "where nothing was, the first frame";
+  }
+}
+
+TEST_F(Verdicts, NonePlacedHasNoPositionError) {
+  const Strings files = WriteFrames(m_folder.Path(), {{0, 0}, {500, 400}});
+  std::ofstream(m_folder / "truth.csv") << "file,x,y\nf1.png,0,0\nf2.png,500,400\n";
+  Run("live", files, {"--truth", m_folder / "truth.csv"});
+  EXPECT_EQ(m_outcome.err.find("Position error"), std::string::npos) << m_outcome.err;
+  EXPECT_FALSE(ReadJson(m_folder / "out/report.json").contains("truth"));
 }
 
 TEST_F(Verdicts, ShiftTooSmallCountsTheDetectLevel) {
@@ -136,8 +205,23 @@ TEST_F(Verdicts, OverlapTestFailed) {
   const json list = Run("live", files);
   EXPECT_EQ(m_outcome.exitCode, 3);
   EXPECT_EQ(list[1]["verdict"], "overlap test failed");
-  EXPECT_NE(std::string(list[1]["advice"]).find("exposure"), std::string::npos);
-  ExpectLine("left out: overlap test failed: brightness or sharpness differs");
+  const std::string advice = list[1].value("advice", "");
+  EXPECT_NE(advice.find("the exposure changed (-55 %"), std::string::npos) << advice;
+  EXPECT_NEAR(list[1]["besidePicture"]["brightness"], 0.45, 0.02);
+  EXPECT_GT(list[1]["brightness"]["value"], list[1]["brightness"]["limit"]);
+  ExpectLine("lost: overlap test failed: where the previous measurement pointed, brightness");
+}
+
+TEST_F(Verdicts, OverlapTestFailedByFocus) {
+  Strings files = WriteWalk(m_folder.Path(), 3, {64, 0});
+  cv::Mat blurred;
+  cv::GaussianBlur(ReadPictureFile(files[1]), blurred, {}, 1.5);
+  cv::imwrite(files[1], blurred);
+  const json list = Run("live", files);
+  if (list[1]["verdict"] == "overlap test failed" && list[1].contains("besidePicture")) {
+    EXPECT_NE(std::string(list[1]["advice"]).find("the focus changed"), std::string::npos);
+  }
+  EXPECT_EQ(list[1]["state"], "lost");
 }
 
 TEST_F(Verdicts, SizeDiffers) {
@@ -188,7 +272,7 @@ TEST_F(Verdicts, AFrameWithoutCornersThatABatchPlacesIsDoubted) {
   files.push_back(Write("lines.png", lines));
   const json list = Run("batch", files);
   EXPECT_EQ(list[2]["verdict"], "placed");
-  EXPECT_EQ(list[2]["matches"], list[1]["matches"]);
+  EXPECT_FALSE(list[2].contains("matches")) << "nothing was measured on it";
   EXPECT_NE(list[2].value("note", "").find("shows no corners"), std::string::npos);
   ExpectLine("it shows no corners and was placed by the frame before it");
   // The live run forgets the offset and leaves the frame out.

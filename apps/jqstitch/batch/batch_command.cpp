@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <opencv2/core/utility.hpp>
 
 #include "batch/batch_run.h"
 #include "exit_codes.h"
@@ -14,7 +13,7 @@ namespace {
 
 constexpr char kBatchExamples[] =
     R"(All pictures must have one size. A folder is taken in natural order (2 before 10), files as
-given. Ctrl-C ends the run and saves what has been stitched; a second Ctrl-C ends it at once.
+given. Ctrl-C ends the run and saves what has been stitched; a second Ctrl-C ends it at once (exit code 130).
 
 Examples:
   jqstitch batch scans/ -o mosaic.png
@@ -39,7 +38,7 @@ void AddOptions(CLI::App& command, BatchOptions& o) {
 int RunBatch(const BatchOptions& options) {
   Console console("batch", options.run.quiet, options.run.json);
   try {
-    if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
+    SetThreads(options.run.threads);
     CheckOutputs(options.run, std::string());
     CheckNoInputIsOutput({options.preparation.flat, options.preparation.dark},
                          OutputPaths(options.run, std::string()));

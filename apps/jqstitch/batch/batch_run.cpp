@@ -36,10 +36,12 @@ std::vector<std::string> BatchRun::CollectFiles(const std::vector<std::string>& 
 int BatchRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, std::string());
   const InterruptGuard guard(TemporaryPaths(outputs));
-  const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs)), m_preparation,
-                                 guard.Token());
+  const std::int64_t maxPixels = m_options.run.maxPixels;
+  const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs), maxPixels),
+                                 m_preparation, maxPixels, guard.Token());
   m_recorder.NoteSamples(m_preparation);
-  BatchSession session(files.Files(), guard.Token(), m_recorder);
+  BatchSession session(files.Files(), maxPixels, guard.Token(), m_recorder,
+                       WantsThumbnails(m_options.run));
   if (guard.Token().Requested()) return StopBefore(session, guard);
   return session.Run(m_options.skipBad) ? Deliver(session, guard) : Refuse(session);
 }
@@ -58,7 +60,7 @@ int BatchRun::Refuse(BatchSession& session) {
   session.CloseResults("the run was refused because of other files");
   for (const FrameResult& result : session.Results()) {
     if (result.cause == jqhost::Cause::kNotReached) continue;
-    m_console.Complain(result.name + ": " + ReasonText(m_recorder.Record().settings, result));
+    m_console.Complain(result.name + ": " + ReasonText(m_recorder.Record(), result));
   }
   m_recorder.Record().frames = session.Results();
   m_recorder.Note(

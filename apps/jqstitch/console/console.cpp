@@ -43,8 +43,8 @@ void Console::StartProgress(int total, const std::string& what) {
   if (!m_quiet) m_progress.Start(total, what);
 }
 
-void Console::Progress(int done) {
-  m_progress.Update(done);
+void Console::Progress(int done, const std::string& status) {
+  m_progress.Update(done, status);
 }
 
 void Console::EndProgress() {

@@ -25,7 +25,8 @@ class Console {
 
   /// Starts counting; a total of 0 means that the end is not known.
   void StartProgress(int total, const std::string& what);
-  void Progress(int done);
+  /// @param status what to know now, shown before the count; may be empty
+  void Progress(int done, const std::string& status = std::string());
   void EndProgress();
 
  private:

@@ -49,14 +49,16 @@ void ProgressBar::Start(int total, const std::string& what) {
   m_total = total;
   m_done = 0;
   m_what = what;
+  m_status.clear();
   m_start = Clock::now();
   m_lastDraw = m_start;
   if (m_terminal) Draw();
 }
 
-void ProgressBar::Update(int done) {
+void ProgressBar::Update(int done, const std::string& status) {
   if (!m_running) return;
   m_done = done;
+  m_status = status;
   const auto sinceDraw = Clock::now() - m_lastDraw;
   if (m_terminal ? sinceDraw >= kRedrawEvery || done == m_total : sinceDraw >= kPlainLineEvery) {
     Draw();
@@ -83,6 +85,7 @@ void ProgressBar::Draw() {
   m_lastDraw = Clock::now();
   const double seconds = std::chrono::duration<double>(m_lastDraw - m_start).count();
   std::string line = ProgressText(m_done, m_total, m_what, seconds);
+  if (!m_status.empty()) line = m_status + "; " + line;
   if (!m_terminal) {
     std::fprintf(stderr, "%s\n", line.c_str());
     return;

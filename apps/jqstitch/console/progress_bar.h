@@ -13,7 +13,7 @@ class ProgressBar {
   using Clock = std::chrono::steady_clock;
 
   void Start(int total, const std::string& what);
-  void Update(int done);
+  void Update(int done, const std::string& status);
   void End();
 
   /// Takes the bar off the terminal's line, so that another line can be printed,
@@ -30,6 +30,7 @@ class ProgressBar {
   int m_total = 0;
   int m_done = 0;
   std::string m_what;
+  std::string m_status;
   Clock::time_point m_start;
   Clock::time_point m_lastDraw;
 };

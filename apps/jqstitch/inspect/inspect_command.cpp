@@ -17,6 +17,7 @@
 #include "inspect/pair_analysis.h"
 #include "inspect/pair_picture.h"
 #include "run/frame_options.h"
+#include "run/run_options.h"
 #include "run/stitch_options.h"
 #include "words/sample_words.h"
 
@@ -28,13 +29,15 @@ struct InspectOptions {
   jqhost::StitchSettings settings;
   jqhost::PreparationSettings preparation;
   PictureSettings picture;
+  std::int64_t maxPixels = jqhost::kMostPixels;
   bool quiet = false;
 };
 
 // As a live run hands it over: 8 bits, colour.
-cv::Mat ReadFrame(const std::string& path, jqhost::FramePreparation& preparation) {
+cv::Mat ReadFrame(const std::string& path, jqhost::FramePreparation& preparation,
+                  std::int64_t maxPixels) {
   std::string why;
-  cv::Mat frame = jqhost::ReadStored({path, 0}, why);
+  cv::Mat frame = jqhost::ReadStored({path, 0}, why, maxPixels);
   if (why.empty()) why = jqhost::WhyNoRecord(frame);
   if (!why.empty()) throw jqhost::InputError("cannot read '" + path + "': " + why);
   frame = preparation.Prepare(frame);
@@ -46,12 +49,14 @@ std::string Text(cv::Size size) {
   return std::to_string(size.width) + "x" + std::to_string(size.height);
 }
 
-void Inspect(InspectOptions& o) {
+// Whether B would be placed.
+bool Inspect(InspectOptions& o) {
   jqhost::CheckPictureFormat(o.output);
+  jqhost::RemoveAbandonedTemporaries(o.output);
   jqhost::CheckWritable(o.output);
   jqhost::FramePreparation preparation(o.preparation);
-  const cv::Mat first = ReadFrame(o.first, preparation);
-  const cv::Mat second = ReadFrame(o.second, preparation);
+  const cv::Mat first = ReadFrame(o.first, preparation, o.maxPixels);
+  const cv::Mat second = ReadFrame(o.second, preparation, o.maxPixels);
   if (first.size() != second.size()) {
     throw jqhost::InputError("the sizes differ: '" + o.first + "' is " + Text(first.size()) +
                              ", '" + o.second + "' is " + Text(second.size()) +
@@ -73,6 +78,7 @@ void Inspect(InspectOptions& o) {
     std::cout << pair.verdict << "\n" << pair.overlapWords << "\n";
     for (const std::string& note : SampleNotes(preparation)) std::cout << note << "\n";
   }
+  return pair.accepted;
 }
 
 void AddOptions(CLI::App& app, InspectOptions& o) {
@@ -85,6 +91,7 @@ void AddOptions(CLI::App& app, InspectOptions& o) {
       ->check(CLI::Range(400, 8000));
   app.add_option("--lines", o.picture.lines, "lines drawn of each kind at most (40)")
       ->check(CLI::Range(0, 100000));
+  AddMaxPixelsOption(app, o.maxPixels);
   app.add_flag("-q,--quiet", o.quiet, "do not print the verdict");
 }
 
@@ -97,14 +104,14 @@ void AddInspectCommand(CLI::App& program, int& exitCode) {
   AddOptions(*app, *options);
   app->footer(
       "Prints what a live run would do with B after A, and why.\n\n"
+      "Exit codes: 0 B would be placed, 1 wrong input, 2 wrong usage, 3 B would be left out.\n\n"
       "Examples:\n"
       "  jqstitch inspect frame_0001.png frame_0002.png -o pair.png\n"
       "  jqstitch inspect a.jpg b.jpg -o pair.png --detect-level 2 --overlap-mode 1\n");
   app->callback([options, &exitCode] {
     Console console("inspect", options->quiet, false);
     try {
-      Inspect(*options);
-      exitCode = kExitOk;
+      exitCode = Inspect(*options) ? kExitOk : kExitSomeLeftOut;
     } catch (const std::exception& error) {
       console.Complain(error.what());
       exitCode = kExitWrongInput;

@@ -94,7 +94,8 @@ void MarkLoneCorners(cv::Mat& picture, const std::vector<cv::Point>& corners,
   }
 }
 
-// Draws the matches of one kind; of `total` lines, every so-manieth until `lines`.
+// Draws the matches of one kind. Of `total` matches only `lines` get a line, spread
+// evenly over them; all get their end marks.
 void DrawMatches(cv::Mat& picture, const PairAnalysis& pair, bool inliers, int total, int lines,
                  double scale, const cv::Point (&corners)[2]) {
   int seen = 0;

@@ -9,6 +9,23 @@
 
 namespace jqstitch {
 
+namespace {
+
+// How B looks beside A where both show the same, when enough matches tell where.
+void CompareWithFirst(const PairAnalysis& pair, jqhost::FrameResult& result) {
+  if (result.cause != jqhost::Cause::kOverlapTestFailed ||
+      pair.support < JQFrameVerdict::kMatchesNeeded) {
+    return;
+  }
+  const cv::Rect whole(cv::Point(), pair.first.size());
+  const cv::Rect common = whole & (whole + pair.offset);
+  if (common.empty()) return;
+  result.appearance =
+      jqhost::CompareAppearance(pair.first(common), pair.second(common - pair.offset));
+}
+
+}  // namespace
+
 void DecideVerdict(const cv::Mat& first, const cv::Mat& second,
                    const jqhost::StitchSettings& settings, PairAnalysis& pair) {
   JQImageStitching stitcher;
@@ -16,29 +33,22 @@ void DecideVerdict(const cv::Mat& first, const cv::Mat& second,
     _tagJQIMG record = jqhost::MakeRecord(frame);
     stitcher.Stitching(&record, settings.overlapMode, settings.detectLevel, settings.cornerBudget);
   }
-  stitchflags flags = stitcher.GetStitchFlags();
+  jqhost::FrameResult result;
+  CopyVerdict(stitcher.GetLastVerdict(), settings, result);
+  const stitchflags flags = stitcher.GetStitchFlags();
   pair.overlapFit = flags.overlapFlag == 1;
   pair.overlapWords += pair.overlapFit ? "; passed" : "; failed";
-  pair.accepted = stitcher.IsLastFrameAccepted();
-
-  jqhost::FrameResult result;
+  pair.accepted = result.Placed();
   if (!pair.accepted) {
-    if (pair.cornersSecond.empty()) {
-      result.cause = jqhost::Cause::kNoCorners;
-    } else if (pair.cornersFirst.empty()) {
-      result.cause = jqhost::Cause::kNoReferenceCorners;
-    } else {
-      FillMeasurements(flags, second.size(), settings, result);
-      result.cause = WhyMeasuredFrameLeftOut(flags, settings, result);
-    }
-    pair.verdict = "B would be left out: " + ReasonText(settings, result) +
-                   ". Advice: " + AdviceText(settings, result) + ".";
+    jqhost::RunRecord record;
+    record.live = true;
+    record.settings = settings;
+    CompareWithFirst(pair, result);
+    const std::string advice = AdviceText(record, result);
+    pair.verdict = "B would be left out: " + ReasonText(record, result) +
+                   (advice.empty() ? "." : ". Advice: " + advice + ".");
     return;
   }
-  // The stitcher zeroes the offset once it has placed the frame.
-  flags.offsetX = pair.offset.x;
-  flags.offsetY = pair.offset.y;
-  FillMeasurements(flags, second.size(), settings, result);
   char percent[32];
   std::snprintf(percent, sizeof percent, "%.1f %%", 100.0 * result.shiftShare);
   pair.verdict = "B would be placed: offset (" + std::to_string(pair.offset.x) + ", " +

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <opencv2/core/utility.hpp>
 
 #include "exit_codes.h"
 #include "host/input_error.h"
@@ -15,7 +14,7 @@ namespace {
 
 constexpr char kLiveExamples[] =
     R"(A folder is taken in natural order (2 before 10). Ctrl-C ends the run and saves what has been
-stitched; a second Ctrl-C ends it at once.
+stitched; a second Ctrl-C ends it at once (exit code 130).
 
 Examples:
   jqstitch live frames/ -o mosaic.png
@@ -25,7 +24,7 @@ Examples:
   jqstitch live incoming/ -o mosaic.png --follow 30
   jqstitch live frames/ -o mosaic.png --truth frames/truth.csv --json
 
-Exit codes: 0 all placed, 1 wrong input, 2 wrong usage, 3 some left out or doubtful,
+Exit codes: 0 all placed or tracked, 1 wrong input, 2 wrong usage, 3 some lost or doubtful,
 4 none placed.)";
 
 void AddOptions(CLI::App& command, LiveOptions& o) {
@@ -78,7 +77,7 @@ void CheckTogether(LiveOptions& o) {
 int RunLive(const LiveOptions& options) {
   Console console("live", options.run.quiet, options.run.json);
   try {
-    if (options.run.threads > 0) cv::setNumThreads(options.run.threads);
+    SetThreads(options.run.threads);
     CheckOutputs(options.run, options.preview);
     CheckNoInputIsOutput(options.source, OutputPaths(options.run, options.preview));
     CheckNoInputIsOutput({options.preparation.flat, options.preparation.dark},

@@ -15,15 +15,17 @@ LiveRun::LiveRun(const LiveOptions& options, Console& console)
       m_console(console),
       m_recorder("live", options.run, console),
       m_preparation(options.preparation),
-      m_session(options.settings),
+      m_session(options.settings, WantsThumbnails(options.run)),
       m_files(options, console, m_session, m_preparation) {
   m_recorder.Record().settings = options.settings;
+  m_recorder.Record().live = true;
 }
 
 std::unique_ptr<jqhost::FrameSource> LiveRun::OpenSource(const std::vector<std::string>& outputs,
                                                          const jqhost::StopToken& stop) const {
   if (m_options.follow > 0) {
-    return jqhost::FollowFolder(m_options.source.front(), m_options.follow, outputs, stop);
+    return jqhost::FollowFolder(m_options.source.front(), m_options.follow, outputs, stop,
+                                m_options.run.maxPixels);
   }
   std::vector<std::string> paths = m_options.source;
   if (!m_options.list.empty()) {
@@ -31,17 +33,20 @@ std::unique_ptr<jqhost::FrameSource> LiveRun::OpenSource(const std::vector<std::
     CheckNoInputIsOutput(listed, outputs);
     paths.insert(paths.end(), listed.begin(), listed.end());
   }
-  return jqhost::OpenFrameSource(paths, outputs);
+  return jqhost::OpenFrameSource(paths, outputs, m_options.run.maxPixels);
 }
 
 int LiveRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, m_options.preview);
   const InterruptGuard guard(TemporaryPaths(outputs));
   const auto source = jqhost::PrepareFrames(OpenSource(outputs, guard.Token()), m_preparation);
+  m_recorder.Record().fromFiles = source->IsFileList();
   const jqhost::LoopEnd end =
       jqhost::RunFrames(*source, m_options.loop, guard.Token(), m_session, *this);
   jqhost::RunRecord& record = m_recorder.Record();
   record.skipped = end.skipped;
+  NoteEarlyEnd(*source, end, record);
+  if (record.announced > 0) m_recorder.Note(EarlyEndNote(record));
   if (m_session.OutOfMemory()) m_recorder.Note(OutOfMemoryNote());
   if (guard.Token().Requested()) {
     m_recorder.NoteStopped(guard.Reason());
@@ -51,7 +56,10 @@ int LiveRun::Run() {
   }
   if (record.frames.empty()) {
     m_console.EndProgress();
-    throw jqhost::InputError("the source gave no frames");
+    throw jqhost::InputError(source->Total() > 0 && !source->IsFileList()
+                                 ? "the video announces " + std::to_string(source->Total()) +
+                                       " frames, but none of them can be decoded"
+                                 : std::string("the source gave no frames"));
   }
   m_recorder.NoteSamples(m_preparation);
   const Picture picture = m_session.FinalPicture(m_options.run.trim);
@@ -68,8 +76,11 @@ void LiveRun::OnBegin(int total) {
 }
 
 void LiveRun::OnFrame(const FrameResult& result, int done) {
-  m_recorder.Record().frames.push_back(result);
-  m_recorder.OnFrame(result, done);
+  jqhost::RunRecord& record = m_recorder.Record();
+  record.frames.push_back(result);
+  if (m_session.HasStarted()) record.workingSize = m_session.Judge().WorkingSize();
+  m_track.Add(result);
+  m_recorder.OnLiveFrame(result, done, m_track);
   m_files.Refresh(result);
 }
 

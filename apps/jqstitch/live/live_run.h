@@ -4,6 +4,7 @@
 #include "console/interrupt.h"
 #include "host/run/push_session.h"
 #include "host/run/run_observer.h"
+#include "host/verdict/standing.h"
 #include "live/live_options.h"
 #include "live/running_files.h"
 #include "run/recorder.h"
@@ -30,6 +31,7 @@ class LiveRun : private jqhost::RunObserver {
   jqhost::FramePreparation m_preparation;
   jqhost::PushSession m_session;
   RunningFiles m_files;
+  jqhost::Track m_track;
 };
 
 }  // namespace jqstitch

@@ -20,7 +20,12 @@ RunningFiles::RunningFiles(const LiveOptions& options, Console& console,
     : m_options(options), m_console(console), m_session(session), m_preparation(preparation) {}
 
 void RunningFiles::Refresh(const jqhost::FrameResult& result) {
-  if (result.Placed()) m_unsaved = m_unshown = true;
+  if (result.Placed()) {
+    ++m_placed;
+    m_unshown = true;
+    // The first frame alone does not replace an earlier picture.
+    m_unsaved = m_placed > 1;
+  }
   if (m_unsaved && m_options.saveEvery > 0 && SecondsSince(m_lastSave) >= m_options.saveEvery) {
     Save(m_options.run.output, 0, false);
     m_lastSave = Clock::now();
@@ -41,8 +46,8 @@ void RunningFiles::SavePreview() {
 void RunningFiles::Save(const std::string& path, int longest, bool isPreview) {
   try {
     const cv::Mat whole = m_session.PictureSoFar(m_options.run.trim).image;
-    const cv::Mat image = jqhost::WithBackground(
-        longest > 0 ? jqhost::Shrink(whole, longest) : whole, m_options.run.background);
+    const cv::Mat image = longest > 0 ? jqhost::Shrink(whole, longest, m_options.run.background)
+                                      : jqhost::WithBackground(whole, m_options.run.background);
     const bool grey = m_preparation.Summary().grey;
     jqhost::SavePicture(path, grey ? jqhost::AsGrey(image, m_options.run.background) : image);
     m_console.Event({{"event", isPreview ? "preview" : "picture"},

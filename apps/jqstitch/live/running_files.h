@@ -32,6 +32,7 @@ class RunningFiles {
   Console& m_console;
   const jqhost::PushSession& m_session;
   const jqhost::FramePreparation& m_preparation;
+  int m_placed = 0;
   bool m_unsaved = false, m_unshown = false;  // the picture has changed since
   Clock::time_point m_lastSave = Clock::now(), m_lastPreview = m_lastSave;
 };

@@ -1,5 +1,6 @@
 #include "run/recorder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <new>
 
@@ -8,6 +9,8 @@
 #include "host/output/atomic_file.h"
 #include "host/record/html_report.h"
 #include "host/record/json_report.h"
+#include "host/system/process_memory.h"
+#include "words/live_status.h"
 #include "words/sample_words.h"
 #include "words/summary.h"
 
@@ -17,6 +20,10 @@ using jqhost::Picture;
 
 namespace jqstitch {
 namespace {
+
+double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
 
 bool IsJsonReport(const std::string& path) {
   return std::filesystem::path(path).extension() == ".json";
@@ -43,11 +50,30 @@ void Recorder::OnBegin(int total) {
   m_console.StartProgress(total, "frames");
 }
 
-void Recorder::OnFrame(const FrameResult& result, int done) {
+nlohmann::json Recorder::FrameEvent(const FrameResult& result) const {
   nlohmann::json event = FrameJson(m_record, result, m_words);
   event["event"] = "frame";
-  m_console.Event(event);
+  return event;
+}
+
+void Recorder::OnFrame(const FrameResult& result, int done) {
+  m_console.Event(FrameEvent(result));
   m_console.Progress(done);
+}
+
+void Recorder::OnLiveFrame(const FrameResult& result, int done, const jqhost::Track& track) {
+  const std::int64_t memory = jqhost::ResidentBytes();
+  const std::string status = StatusText(m_record, track, result, memory);
+  nlohmann::json event = FrameEvent(result);
+  event["status"] = status;
+  event["rate"] = done / std::max(SecondsSince(m_start), 1e-3);
+  event["memory"] = memory;
+  event["lost"] = nullptr;
+  if (track.IsLost()) {
+    event["lost"] = {{"since", track.LostSince()}, {"goBackTo", track.LastHeld()}};
+  }
+  m_console.Event(event);
+  m_console.Progress(done, status);
 }
 
 void Recorder::NoteStopped(const std::string& by) {
@@ -60,9 +86,15 @@ void Recorder::NoteSamples(const jqhost::FramePreparation& preparation) {
   for (const std::string& note : SampleNotes(preparation)) Note(note);
 }
 
+// Told at the end, so that the summary's good news is not the last word.
 void Recorder::Fail(const std::string& what) {
-  m_console.Complain(what);
-  m_console.Event({{"event", "error"}, {"text", what}});
+  m_failures.push_back(what);
+}
+
+// The first frame alone is no reason to replace a picture that stands there already.
+bool Recorder::MaySave() const {
+  std::error_code error;
+  return !OnlyFirstPlaced(m_record) || !std::filesystem::exists(m_options.output, error);
 }
 
 bool Recorder::Save(const Picture& picture, cv::Mat& image) {
@@ -106,21 +138,34 @@ bool Recorder::WriteReports(const cv::Mat& image) {
   return written;
 }
 
+void Recorder::CompareWithTruth() {
+  // A single place has no error.
+  if (!m_truth || CountPlaced(m_record) < 2) return;
+  const cv::Point2d scale(
+      static_cast<double>(m_record.frameSize.width) / std::max(1, m_record.workingSize.width),
+      static_cast<double>(m_record.frameSize.height) / std::max(1, m_record.workingSize.height));
+  m_record.truth = jqhost::CompareWithTruth(m_record.frames, *m_truth, scale);
+}
+
 int Recorder::Deliver(const Picture& picture) {
   m_console.EndProgress();
   cv::Mat image;
-  const bool saved = !picture.image.empty() && Save(picture, image);
-  m_record.seconds =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
-  if (m_truth) {
-    const cv::Point2d scale(
-        static_cast<double>(m_record.frameSize.width) / std::max(1, m_record.workingSize.width),
-        static_cast<double>(m_record.frameSize.height) / std::max(1, m_record.workingSize.height));
-    m_record.truth = CompareWithTruth(m_record.frames, *m_truth, scale);
+  bool saved = false;
+  if (!picture.image.empty() && !MaySave()) {
+    saved = true;
+    Note("'" + m_options.output + "' is left as it was, because no frame was placed");
+  } else if (!picture.image.empty()) {
+    saved = Save(picture, image);
   }
+  m_record.seconds = SecondsSince(m_start);
+  CompareWithTruth();
   const bool reported = WriteReports(image);
   const int exitCode = saved && reported ? ExitCodeOf(OutcomeOf(m_record)) : kExitWrongInput;
   m_console.Say(SummaryText(m_record));
+  for (const std::string& failure : m_failures) {
+    m_console.Complain(failure);
+    m_console.Event({{"event", "error"}, {"text", failure}});
+  }
   nlohmann::json event = jqhost::OutcomeJson(m_record);
   event["event"] = "summary";
   event["exitCode"] = exitCode;

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "console/console.h"
 #include "host/output/picture.h"
@@ -25,6 +26,8 @@ class Recorder : public jqhost::RunObserver {
   void OnBegin(int total) override;
   /// Tells the console about a frame; keeping it is up to the run.
   void OnFrame(const jqhost::FrameResult& result, int done) override;
+  /// The same of a live run, with how it stands at the moment.
+  void OnLiveFrame(const jqhost::FrameResult& result, int done, const jqhost::Track& track);
   /// A sentence for the summary.
   void Note(const std::string& text) { m_record.notes.push_back(text); }
   /// What the frames' samples were like.
@@ -39,15 +42,19 @@ class Recorder : public jqhost::RunObserver {
   int Deliver(const jqhost::Picture& picture);
 
  private:
+  nlohmann::json FrameEvent(const jqhost::FrameResult& result) const;
+  bool MaySave() const;
   bool Save(const jqhost::Picture& picture, cv::Mat& image);
   bool WriteReports(const cv::Mat& image);
   void Fail(const std::string& what);
+  void CompareWithTruth();
 
   const RunOptions& m_options;
   Console& m_console;
   jqhost::RunRecord m_record;
   std::optional<jqhost::Truth> m_truth;
   RunWords m_words;
+  std::vector<std::string> m_failures;  // told last
   bool m_begun = false;
   std::chrono::steady_clock::time_point m_start;
 };

@@ -4,12 +4,19 @@
 #include <string>
 
 #include "host/output/picture.h"
+#include "host/record/run_record.h"
 
 namespace jqstitch {
 
 /// Sentences of the summary that `batch` and `live` share.
 inline std::string OutOfMemoryNote() {
   return "Stopped for want of memory; try a higher --detect-level";
+}
+
+/// A video that gave fewer frames than it announced.
+inline std::string EarlyEndNote(const jqhost::RunRecord& record) {
+  return "The video ended after " + std::to_string(record.given) + " of the " +
+         std::to_string(record.announced) + " frames that it announces; is it cut short?";
 }
 
 /// Why the picture was not trimmed by the library; empty when it was.

@@ -1,7 +1,10 @@
 #include "run/run_options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
+#include <limits>
+#include <opencv2/core/utility.hpp>
 
 #include "host/input_error.h"
 #include "host/output/atomic_file.h"
@@ -43,6 +46,14 @@ bool IsSamePlace(const std::string& a, const std::string& b) {
 
 }  // namespace
 
+void AddMaxPixelsOption(CLI::App& command, std::int64_t& maxPixels) {
+  command
+      .add_option("--max-pixels", maxPixels,
+                  "refuse pictures whose header announces more pixels (400000000)")
+      ->type_name("N")
+      ->check(CLI::Range(std::int64_t{1}, std::numeric_limits<std::int64_t>::max()));
+}
+
 void AddRunOptions(CLI::App& command, RunOptions& options) {
   command.add_option("-o,--output", options.output, "picture to write, such as mosaic.png")
       ->required()
@@ -67,9 +78,20 @@ void AddRunOptions(CLI::App& command, RunOptions& options) {
       ->type_name("FILE");
   command.add_flag("--json", options.json, "one event a line on standard output, as JSON");
   command.add_flag("-q,--quiet", options.quiet, "print nothing but errors");
+  AddMaxPixelsOption(command, options.maxPixels);
   command.add_option("--threads", options.threads, "threads of the image library (all cores)")
       ->type_name("N")
       ->check(CLI::Range(1, 1024));
+}
+
+bool WantsThumbnails(const RunOptions& options) {
+  return std::any_of(options.reports.begin(), options.reports.end(),
+                     [](const std::string& path) { return fs::path(path).extension() != ".json"; });
+}
+
+void SetThreads(int threads) {
+  // More threads than processors gain nothing, and the thread library warns of them.
+  if (threads > 0) cv::setNumThreads(std::min(threads, cv::getNumberOfCPUs()));
 }
 
 std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview) {
@@ -98,6 +120,7 @@ void CheckOutputs(const RunOptions& options, const std::string& preview) {
                                  "' are one file; give every output its own");
       }
     }
+    jqhost::RemoveAbandonedTemporaries(paths[i]);
     jqhost::CheckWritable(paths[i]);
   }
   jqhost::CheckPictureFormat(options.output);

@@ -2,9 +2,12 @@
 #define JQSTITCH_RUN_RUN_OPTIONS_H
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "host/source/picture_reader.h"
 
 namespace CLI {
 class App;
@@ -21,8 +24,12 @@ struct RunOptions {
   std::string truth;
   bool json = false;
   bool quiet = false;
+  std::int64_t maxPixels = jqhost::kMostPixels;
   int threads = 0;  ///< 0: as many as the image library likes
 };
+
+/// Adds --max-pixels. `maxPixels` must outlive the parsing.
+void AddMaxPixelsOption(CLI::App& command, std::int64_t& maxPixels);
 
 /// Adds the options. `options` must outlive the parsing.
 void AddRunOptions(CLI::App& command, RunOptions& options);
@@ -33,6 +40,12 @@ void AddRunOptions(CLI::App& command, RunOptions& options);
 void CheckOutputs(const RunOptions& options, const std::string& preview);
 void CheckNoInputIsOutput(const std::vector<std::string>& inputs,
                           const std::vector<std::string>& outputs);
+
+/// Sets the threads of the image library; 0 leaves them.
+void SetThreads(int threads);
+
+/// Whether a report shows small pictures of the frames.
+bool WantsThumbnails(const RunOptions& options);
 
 /// All files that the run writes.
 std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview);

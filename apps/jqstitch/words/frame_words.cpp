@@ -1,56 +1,26 @@
 #include "words/frame_words.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdio>
+
+#include "words/numbers.h"
+#include "words/overlap_words.h"
 
 using jqhost::Cause;
 using jqhost::FrameResult;
+using jqhost::RunRecord;
 using jqhost::StitchSettings;
 
 namespace jqstitch {
 namespace {
 
-std::string Pixels(cv::Size size) {
-  return std::to_string(size.width) + " x " + std::to_string(size.height);
-}
-
-std::string Percent(double share) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.1f %%", 100.0 * share);
-  return text;
-}
-
 std::string MatchesOfNeeded(const FrameResult& frame) {
-  return std::to_string(frame.matches) + " of " + std::to_string(jqhost::kNeededMatches);
+  return std::to_string(frame.measured.matchCount) + " of " +
+         std::to_string(JQFrameVerdict::kMatchesNeeded);
 }
 
 // The stitcher compares the shift at the working scale with the full frame.
 std::string ShiftLimit(double share, const StitchSettings& settings) {
-  return std::to_string(static_cast<int>(100 * share * settings.detectLevel + 0.5)) + " %";
-}
-
-// A batch run has no options of its own for the stitcher.
-std::string With(const StitchSettings& settings) {
-  return settings.usePresets ? "" : "use jqstitch live with ";
-}
-
-std::string MoreCorners(const StitchSettings& settings) {
-  return With(settings) + "--corner-budget " +
-         std::to_string(std::min(100, 2 * settings.cornerBudget + 16));
-}
-
-std::string OverlapReason(const StitchSettings& settings, const FrameResult& frame) {
-  std::string text = "overlap test failed: ";
-  text += settings.overlapMode == 0
-              ? "brightness or sharpness differs too much from the picture so far"
-              : "the view changed too much since the frame before";
-  // The measurement comes after the test, so it can tell whether passing the test
-  // would have helped.
-  if (frame.matches < jqhost::kNeededMatches) {
-    text += "; only " + MatchesOfNeeded(frame) + " matches besides";
-  }
-  return text;
+  return std::to_string(static_cast<int>(std::lround(100 * share * settings.detectLevel))) + " %";
 }
 
 std::string DoubtText(const jqhost::PlacementDoubt& doubt) {
@@ -72,7 +42,7 @@ std::string DoubtText(const jqhost::PlacementDoubt& doubt) {
 
 }  // namespace
 
-std::string ReasonText(const StitchSettings& settings, const FrameResult& frame) {
+std::string ReasonText(const RunRecord& record, const FrameResult& frame) {
   switch (frame.cause) {
     case Cause::kPlaced:
       return std::string();
@@ -81,15 +51,15 @@ std::string ReasonText(const StitchSettings& settings, const FrameResult& frame)
     case Cause::kNoReferenceCorners:
       return "no corners found in the first frame, against which it is measured";
     case Cause::kOverlapTestFailed:
-      return OverlapReason(settings, frame);
+      return OverlapReason(frame);
     case Cause::kTooFewMatches:
-      return "too few matches (" + MatchesOfNeeded(frame) + ")";
+      return ShortReason(frame);
     case Cause::kShiftTooSmall:
       return "shift too small (" + Percent(frame.shiftShare) + " of the frame, more than " +
-             ShiftLimit(jqhost::kLeastShift, settings) + " needed)";
+             ShiftLimit(1 - JQFrameVerdict::kMostOverlap, record.settings) + " needed)";
     case Cause::kShiftTooLarge:
       return "shift too large (" + Percent(frame.shiftShare) + " of the frame, less than " +
-             ShiftLimit(jqhost::kMostShift, settings) + " needed)";
+             ShiftLimit(1 - JQFrameVerdict::kLeastOverlap, record.settings) + " needed)";
     case Cause::kSizeDiffers:
       return "size differs: " + Pixels(frame.size) + " pixels instead of " + Pixels(frame.expected);
     case Cause::kUnreadable:
@@ -102,22 +72,30 @@ std::string ReasonText(const StitchSettings& settings, const FrameResult& frame)
   return std::string();
 }
 
-std::string AdviceText(const StitchSettings& settings, const FrameResult& frame) {
+std::string ShortReason(const FrameResult& frame) {
+  switch (frame.cause) {
+    case Cause::kTooFewMatches:
+      return "too few matches (" + MatchesOfNeeded(frame) + ")";
+    case Cause::kShiftTooSmall:
+    case Cause::kShiftTooLarge:
+      return "shift of " + Percent(frame.shiftShare);
+    default:
+      return CauseName(frame.cause);
+  }
+}
+
+std::string AdviceText(const RunRecord& record, const FrameResult& frame) {
   switch (frame.cause) {
     case Cause::kNoCorners:
-      return "an empty field of view cannot be placed; else focus, light the object, or " +
-             MoreCorners(settings);
+      return "an empty field of view cannot be placed; keep something in view, in focus and lit";
     case Cause::kNoReferenceCorners:
       return "start the run with a frame that shows something";
     case Cause::kOverlapTestFailed:
-      return settings.overlapMode == 0
-                 ? "keep exposure and focus steady, take smaller steps, or " + With(settings) +
-                       "--overlap-mode 1"
-                 : "move more slowly, or " + With(settings) + "--overlap-mode 0";
+      return OverlapAdvice(record, frame);
     case Cause::kTooFewMatches:
-      return "let frames overlap more, keep them sharp, or " + MoreCorners(settings);
+      return TooFewMatchesAdvice(record);
     case Cause::kShiftTooSmall:
-      return "nothing to do if the next frames go further; else move in larger steps";
+      return record.live ? std::string() : "leave it out, it shows little that is new";
     case Cause::kShiftTooLarge:
       return "move in smaller steps";
     case Cause::kSizeDiffers:

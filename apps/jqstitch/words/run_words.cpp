@@ -11,12 +11,12 @@ std::string RunWords::Outcome(const jqhost::RunRecord& record) const {
 
 std::string RunWords::Reason(const jqhost::RunRecord& record,
                              const jqhost::FrameResult& frame) const {
-  return ReasonText(record.settings, frame);
+  return ReasonText(record, frame);
 }
 
 std::string RunWords::Advice(const jqhost::RunRecord& record,
                              const jqhost::FrameResult& frame) const {
-  return AdviceText(record.settings, frame);
+  return AdviceText(record, frame);
 }
 
 std::string RunWords::Note(const jqhost::FrameResult& frame) const {

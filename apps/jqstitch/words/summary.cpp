@@ -1,81 +1,43 @@
 #include "words/summary.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
+#include <utility>
 
+#include "words/frame_list.h"
 #include "words/frame_words.h"
+#include "words/numbers.h"
 
 using jqhost::Cause;
 using jqhost::FrameResult;
 using jqhost::Outcome;
 using jqhost::RunRecord;
+using jqhost::Standing;
 using jqhost::TruthComparison;
 
 namespace jqstitch {
 namespace {
 
-// A video's frames are many and alike: neighbours with one verdict share a line.
-// Frames that were never reached always do.
-constexpr std::size_t kLongestList = 400;
-
-std::string Fixed(double value, int digits) {
-  char text[48];
-  std::snprintf(text, sizeof text, "%.*f", digits, value);
-  return text;
-}
-
-std::string FrameText(const RunRecord& record, const FrameResult& frame) {
-  const std::string reason = ReasonText(record.settings, frame);
-  if (frame.cause == Cause::kNotReached) return reason;
-  if (!frame.Placed()) return "left out: " + reason;
-  const std::string note = NoteText(frame);
-  return "placed at " + std::to_string(frame.position.x) + ", " + std::to_string(frame.position.y) +
-         (note.empty() ? "" : " (" + note + ")");
-}
-
-void AppendFrames(const RunRecord& record, std::string& text) {
-  const std::vector<std::string> names = jqhost::ShortNames(record.frames);
-  const bool many = record.frames.size() > kLongestList;
-  for (std::size_t i = 0; i < names.size();) {
-    const FrameResult& first = record.frames[i];
-    const bool share = many || first.cause == Cause::kNotReached;
-    std::size_t end = i + 1;
-    while (share && end < names.size() && record.frames[end].cause == first.cause &&
-           record.frames[end].Doubtful() == first.Doubtful()) {
-      ++end;
-    }
-    text += "  " + names[i];
-    if (end - i == 1) {
-      text += ": " + FrameText(record, first) + "\n";
-    } else {
-      text += " to " + names[end - 1] + ": " + std::to_string(end - i);
-      text += " frames ";
-      if (first.cause == Cause::kNotReached) {
-        text += ReasonText(record.settings, first);
-      } else {
-        text += first.Placed() ? "" : "left out: ";
-        text += CauseName(first.cause);
-        text += first.Doubtful() ? ", doubtful" : "";
-      }
-      text += "\n";
-    }
-    i = end;
-  }
-}
-
+// One line per piece of advice, with the number of frames that it is for.
 void AppendAdvice(const RunRecord& record, std::string& text) {
-  std::map<Cause, int> counts;
-  std::map<Cause, std::string> advice;
+  std::map<std::pair<Cause, std::string>, int> counts;
   for (const FrameResult& frame : record.frames) {
-    const std::string what = AdviceText(record.settings, frame);
-    if (what.empty()) continue;
-    ++counts[frame.cause];
-    advice[frame.cause] = what;
+    const std::string advice = AdviceText(record, frame);
+    if (!advice.empty()) ++counts[{frame.cause, advice}];
   }
-  for (const auto& [cause, count] : counts) {
-    text += std::to_string(count) + " x " + CauseName(cause) + ": " + advice[cause] + "\n";
+  for (const auto& [entry, count] : counts) {
+    text += std::to_string(count) + " x " + CauseName(entry.first) + ": " + entry.second + "\n";
   }
+}
+
+std::string LostCounts(const RunRecord& record) {
+  std::string text;
+  for (const Standing standing :
+       {Standing::kTracked, Standing::kLost, Standing::kUnusable, Standing::kNotReached}) {
+    const int count = CountStanding(record, standing);
+    if (count > 0) text += ", " + std::to_string(count) + " " + StandingName(standing);
+  }
+  return text;
 }
 
 void AppendTruth(const TruthComparison& truth, std::string& text) {
@@ -112,9 +74,15 @@ std::string OutcomeText(const RunRecord& record) {
       return total == 1 ? "All placed: there is one frame, and it is the picture"
                         : "All placed: " + counts + " frames";
     case Outcome::kSomeDoubtful:
-      return "All placed, some doubtful: " + counts + " frames, " +
+      return "All placed, some doubtful: " + counts + " frames" + LostCounts(record) + ", " +
              std::to_string(CountDoubtful(record)) + " of them doubtful";
+    case Outcome::kAllFollowed:
+      return "All followed: " + counts + " frames placed" + LostCounts(record);
     case Outcome::kSomeLeftOut:
+      if (record.announced > 0 && CountStanding(record, Standing::kLost) == 0) {
+        return "Ended early: " + counts + " frames placed" + LostCounts(record);
+      }
+      if (record.live) return "Some lost: " + counts + " frames placed" + LostCounts(record);
       return "Some left out: " + counts + " frames placed, " + std::to_string(total - placed) +
              " left out";
     case Outcome::kNonePlaced:
@@ -128,11 +96,12 @@ std::string OutcomeText(const RunRecord& record) {
 
 std::string SummaryText(const RunRecord& record) {
   std::string text;
-  AppendFrames(record, text);
+  text += FrameListText(record);
   text += OutcomeText(record) + ", " + Fixed(record.seconds, 1) + " s";
   if (record.skipped > 0)
     text += " (" + std::to_string(record.skipped) + " passed over by --every)";
   text += "\n";
+  text += LossText(record);
   AppendAdvice(record, text);
   for (const std::string& note : record.notes) text += note + "\n";
   if (record.truth) AppendTruth(*record.truth, text);

@@ -1,0 +1,88 @@
+#include "host/record/html_table.h"
+
+#include "host/record/html_text.h"
+
+namespace jqhost {
+namespace {
+
+std::string Cell(const std::string& content) {
+  return "<td>" + content + "</td>";
+}
+
+std::string NumberCell(const std::string& content) {
+  return "<td class=\"n\">" + content + "</td>";
+}
+
+std::string NumberHead(const char* text) {
+  return std::string("<th class=\"n\">") + text + "</th>";
+}
+
+std::string Verdict(const RunRecord& record, const FrameResult& frame, const Words& words) {
+  if (frame.Placed()) {
+    const std::string note = words.Note(frame);
+    return "placed" + (note.empty() ? note : " (" + Escape(note) + ")");
+  }
+  const std::string standing = StandingName(StandingOf(frame));
+  const std::string advice = words.Advice(record, frame);
+  std::string text = (record.live ? standing : std::string("left out")) + ": " +
+                     Escape(words.Reason(record, frame));
+  if (!advice.empty()) text += "<br><span class=\"advice\">" + Escape(advice) + "</span>";
+  return text;
+}
+
+const char* RowClass(const RunRecord& record, const FrameResult& frame) {
+  switch (StandingOf(frame)) {
+    case Standing::kPlaced:
+      return frame.Doubtful() ? " class=\"doubt\"" : "";
+    case Standing::kTracked:
+      return record.live ? " class=\"tracked\"" : " class=\"out\"";
+    default:
+      return " class=\"out\"";
+  }
+}
+
+std::string Row(const RunRecord& record, const FrameResult& frame, const std::string& name,
+                const PositionError* error, const Words& words) {
+  const bool placed = frame.Placed();
+  const cv::Point corner = placed ? CornerInPicture(record, frame) : cv::Point();
+  std::string row =
+      std::string("<tr") + RowClass(record, frame) + ">" + NumberCell(std::to_string(frame.number));
+  row += Cell(frame.thumbnail.empty()
+                  ? ""
+                  : "<img loading=\"lazy\" alt=\"\" src=\"" + JpegSource(frame.thumbnail) + "\">");
+  row += Cell(Escape(name)) + Cell(Verdict(record, frame, words));
+  row += NumberCell(placed ? std::to_string(corner.x) : "") +
+         NumberCell(placed ? std::to_string(corner.y) : "");
+  const bool measured = frame.measured.registered;
+  row += NumberCell(measured ? HtmlNumber(100 * frame.shiftShare, 1) : "") +
+         NumberCell(measured ? std::to_string(frame.measured.matchCount) : "") +
+         NumberCell(frame.doubt ? HtmlNumber(frame.doubt->confidence, 2) : "");
+  if (record.truth) {
+    const bool hasNeighbour = error != nullptr && error->neighbour >= 0;
+    row += NumberCell(hasNeighbour ? HtmlNumber(error->neighbour, 2) : "") +
+           NumberCell(error != nullptr ? HtmlNumber(error->absolute, 2) : "");
+  }
+  return row + "</tr>\n";
+}
+
+}  // namespace
+
+std::string HtmlTable(const RunRecord& record, const std::vector<std::string>& names,
+                      const Words& words) {
+  std::string table = "<table><thead><tr>" + NumberHead("No.") +
+                      "<th></th><th>Frame</th><th>What became of it</th>" + NumberHead("x") +
+                      NumberHead("y") + NumberHead("Shift %") + NumberHead("Matches") +
+                      NumberHead("Confidence");
+  if (record.truth) table += NumberHead("Error to neighbour") + NumberHead("Error to first");
+  table += "</tr></thead><tbody>\n";
+  std::vector<const PositionError*> errors(names.size(), nullptr);
+  if (record.truth) {
+    for (const PositionError& error : record.truth->errors) errors[error.frame] = &error;
+  }
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    table += Row(record, record.frames[i], names[i], errors[i], words);
+  }
+  return table + "</tbody></table>\n";
+}
+
+}  // namespace jqhost
