@@ -164,6 +164,12 @@ TEST_P(Options, AWrongTruthIsRefusedWithItsLine) {
   EXPECT_NE(outcome.err.find("line 3"), std::string::npos) << outcome.err;
 }
 
+TEST_P(Options, MoreThreadsThanProcessorsAreTakenWithoutAWarning) {
+  const Outcome outcome = Run({"--threads", "8", "--quiet"});
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_EQ(outcome.err, "");
+}
+
 TEST_P(Options, TheHtmlReportNeedsNoOtherFile) {
   fs::rename(m_frames[0], m_in / "f0 <b>&.png");
   ASSERT_EQ(Run({"--report", m_out / "r.html", "--report", m_out / "r.json"}).exitCode, 0);

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <opencv2/imgcodecs.hpp>
@@ -101,6 +103,27 @@ TEST_P(Outputs, AWriteThatFailsLeavesTheOldFile) {
       << outcome.err;
   EXPECT_EQ(ReadFile(m_out / "mosaic.bmp"), "old content");
   EXPECT_EQ(ListFolder(m_out.Path()), (Strings{"mosaic.bmp"}));
+  // The last word is the failure, not the summary's "All placed".
+  const std::size_t placed = outcome.err.rfind("All placed");
+  const std::size_t failure = outcome.err.rfind("cannot write");
+  EXPECT_TRUE(placed == std::string::npos || placed < failure) << outcome.err;
+}
+
+TEST_P(Outputs, TemporaryFilesOfADeadRunAreRemovedAndNoOthers) {
+  // A process that has ended and been waited for is gone.
+  const pid_t dead = fork();
+  if (dead == 0) _exit(0);
+  ASSERT_EQ(waitpid(dead, nullptr, 0), dead);
+  const std::string ours = ".jqstitch-" + std::to_string(getpid()) + "-1.tmp.png";
+  const Strings others = {ours, ".jqstitch-notes.tmp.png", ".jqstitch-12"};
+  std::ofstream(m_out / (".jqstitch-" + std::to_string(dead) + "-1.tmp.png")) << "left";
+  std::ofstream(m_out / (".jqstitch-" + std::to_string(dead) + "-7.tmp")) << "left";
+  for (const std::string& name : others) std::ofstream(m_out / name) << "kept";
+  EXPECT_EQ(Run({"-o", m_out / "mosaic.png"}).exitCode, 0);
+  Strings expected = others;
+  expected.push_back("mosaic.png");
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(ListFolder(m_out.Path()), expected);
 }
 
 TEST_P(Outputs, AFullDiskLeavesTheOldFile) {

@@ -136,6 +136,26 @@ TEST_F(Verdicts, ALostTrackIsOneSentenceAndLikeFramesShareALine) {
   EXPECT_EQ(report["lost"], 3);
 }
 
+TEST_F(Verdicts, EventsTellWhereTheRunStands) {
+  const Strings files =
+      WriteFrames(m_folder.Path(), {{0, 0}, {64, 0}, {80, 0}, {900, 700}, {128, 0}});
+  Run("live", files, {"--json"});
+  const std::vector<json> events = EventsOf(m_outcome.out, "frame");
+  ASSERT_EQ(events.size(), 5u);
+  EXPECT_EQ(events[1]["lost"], nullptr);
+  EXPECT_EQ(std::string(events[1]["status"]).rfind("placed (2 placed)", 0), 0u);
+  EXPECT_EQ(std::string(events[2]["status"]).rfind("tracked, ", 0), 0u);
+  EXPECT_EQ(events[3]["lost"], json({{"since", 4}, {"goBackTo", 3}}));
+  const std::string lost = events[3]["status"];
+  EXPECT_EQ(lost.rfind("lost since frame 4: ", 0), 0u) << lost;
+  EXPECT_NE(lost.find("; go back to where frame 3 was (2 placed, 1 tracked, 1 lost)"),
+            std::string::npos)
+      << lost;
+  EXPECT_GT(std::int64_t(events[3]["memory"]), 1000000);
+  EXPECT_GT(double(events[3]["rate"]), 0.0);
+  EXPECT_EQ(events[4]["lost"], nullptr);
+}
+
 TEST_F(Verdicts, NeighboursLeftOutForOneCauseShareALine) {
   const cv::Mat flat(kFrame, CV_8UC3, cv::Scalar::all(190));
   Strings files = WriteWalk(m_folder.Path(), 2, {96, 0});

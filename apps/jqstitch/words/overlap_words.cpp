@@ -30,18 +30,14 @@ std::string Change(double ratio) {
   return (ratio >= 1 ? "+" : "") + Fixed(100 * (ratio - 1), 0) + " %";
 }
 
-std::string BatchAdvice(const RunRecord& record) {
+// For a live run whose steps are, or may be, too large.
+std::string StepAdvice(const RunRecord& record) {
   const std::optional<double> step = MedianStep(record);
-  if (!record.live || !step || *step < kLargeStep) return std::string();
-  const std::string told = "the steps from frame to frame (median " + Percent(*step) +
-                           ") are too large for a live run: ";
-  return told + (record.fromFiles ? "use jqstitch batch" : "move in steps of 1 to 5 %");
-}
-
-std::string GoBack(const RunRecord& record) {
-  return record.live && !record.fromFiles
-             ? "go back to the frame held last and on in steps of 1 to 5 %"
-             : "";
+  if (step && *step < kLargeStep) return std::string();
+  const std::string remedy = record.fromFiles ? "use jqstitch batch" : "move in steps of 1 to 5 %";
+  return step ? "the steps from frame to frame (median " + Percent(*step) +
+                    ") are too large for a live run: " + remedy
+              : "if the steps from frame to frame are larger than 5 % of the frame, " + remedy;
 }
 
 }  // namespace
@@ -84,14 +80,11 @@ std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
              " beside the picture so far): keep it steady";
     }
   }
-  const std::string batch = BatchAdvice(record);
-  return batch.empty() ? GoBack(record) : batch;
+  return record.live ? StepAdvice(record) : std::string();
 }
 
 std::string TooFewMatchesAdvice(const RunRecord& record) {
-  const std::string batch = BatchAdvice(record);
-  if (!batch.empty()) return batch;
-  return record.live && !record.fromFiles ? GoBack(record) : "let frames overlap more";
+  return record.live ? StepAdvice(record) : "let frames overlap more";
 }
 
 }  // namespace jqstitch
