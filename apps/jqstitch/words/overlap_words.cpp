@@ -67,20 +67,35 @@ std::string OverlapReason(const FrameResult& frame) {
 }
 
 std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
-  if (record.settings.overlapMode != 0)
+  if (record.settings.overlapMode != 0) {
     return "judge the overlap instead of the motion: --overlap-mode 0";
+  }
+  // A batch run does not judge this, so files need no steadier light or focus.
+  const std::string steady = record.live && record.fromFiles
+                                 ? ": keep it steady, or use jqstitch batch"
+                                 : ": keep it steady";
   if (frame.appearance) {
     const Appearance& beside = *frame.appearance;
     if (std::abs(beside.brightness - 1) > kOtherExposure) {
-      return "the exposure changed (" + Change(beside.brightness) +
-             " beside the picture so far): keep it steady";
+      return "the exposure changed (" + Change(beside.brightness) + " beside the picture so far)" +
+             steady;
     }
     if (beside.sharpness < kOtherFocus || beside.sharpness > 1 / kOtherFocus) {
       return "the focus changed (fine detail " + Change(beside.sharpness) +
-             " beside the picture so far): keep it steady";
+             " beside the picture so far)" + steady;
     }
   }
-  return record.live ? StepAdvice(record) : std::string();
+  if (!record.live) return std::string();
+  const std::string advice = StepAdvice(record);
+  if (!advice.empty()) return advice;
+  // The steps are small, so the test looked at nearly the same place.
+  const JQFrameVerdict& m = frame.measured;
+  if (m.brightness >= m.brightnessLimit) {
+    return "the exposure changed (by " + Fixed(m.brightness, 0) + " grey levels)" + steady;
+  }
+  return m.definition >= m.definitionLimit
+             ? "the focus changed (sharpness by " + Fixed(m.definition, 0) + ")" + steady
+             : std::string();
 }
 
 std::string TooFewMatchesAdvice(const RunRecord& record) {
