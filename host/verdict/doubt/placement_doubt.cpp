@@ -15,7 +15,6 @@ constexpr int kNeighbourhood = 8;  // frame pixels
 constexpr double kSignificant = 5.0;
 constexpr double kTrustedLead = 0.08;
 // From here on more of it does not mean more confidence.
-constexpr double kFullSignificance = 15.0;
 constexpr double kFullLead = 0.4;
 // A period ends at a peak of its own: the way there loses at least this much.
 constexpr double kDip = 0.1;
@@ -73,10 +72,9 @@ bool IsPeak(const ShiftCorrelation& map, cv::Point shift) {
   return true;
 }
 
-// Peaks above `least` outside the neighbourhood that chance does not explain, in raster
-// order.
+// Peaks outside the neighbourhood, above `least` and of this significance, in raster order.
 std::vector<cv::Point> Peaks(const ShiftCorrelation& map, cv::Point shift, int neighbourhood,
-                             double least, double scale) {
+                             double least, double significance, double scale) {
   std::vector<cv::Point> peaks;
   for (int row = 0; row < map.values.rows; ++row) {
     const float* values = map.values.ptr<float>(row);
@@ -84,7 +82,7 @@ std::vector<cv::Point> Peaks(const ShiftCorrelation& map, cv::Point shift, int n
       if (values[column] <= least) continue;
       const cv::Point at = cv::Point(column, row) - map.centre;
       if (Distance(at, shift) > neighbourhood && IsPeak(map, at) &&
-          Significance(map, at, scale) >= kSignificant) {
+          Significance(map, at, scale) >= significance) {
         peaks.push_back(at);
       }
     }
@@ -169,28 +167,33 @@ PlacementDoubt JudgePlacement(const PlacementView& before, const PlacementView& 
   if (map.At(best) == ShiftCorrelation::kNone) return doubt;
 
   const double scale = ChanceScale(map);
+  const bool significant = Significance(map, best, scale) >= kSignificant;
   doubt.agreement = map.At(best);
   // Peaks further below change nothing.
-  const std::vector<cv::Point> peaks = Peaks(map, measured, std::max(2, kNeighbourhood / factor),
-                                             std::max(0.0, doubt.agreement - kFullLead), scale);
+  const std::vector<cv::Point> peaks =
+      Peaks(map, measured, std::max(2, kNeighbourhood / factor),
+            std::max(0.0, doubt.agreement - kFullLead), significant ? kSignificant : 0.0, scale);
   const auto rival = std::max_element(
       peaks.begin(), peaks.end(),
       [&map](const cv::Point& a, const cv::Point& b) { return map.At(a) < map.At(b); });
-  const bool rivalled = rival != peaks.end();
-  if (rivalled) {
+  double lead = kFullLead;
+  if (rival != peaks.end()) {
     doubt.rival = map.At(*rival);
     doubt.rivalShift = *rival * factor;
+    lead = doubt.agreement - doubt.rival;
   }
-  const double lead = rivalled ? doubt.agreement - doubt.rival : kFullLead;
-  doubt.confidence =
-      std::min(Grade(lead, kTrustedLead, kFullLead),
-               Grade(Significance(map, best, scale), kSignificant, kFullSignificance));
-  doubt.doubtful = doubt.confidence < 0.5;
-  doubt.reason = DoubtReason::kNone;
-  if (!doubt.doubtful) return doubt;
-  doubt.reason = lead >= kTrustedLead    ? DoubtReason::kUnsupported
-                 : lead <= -kTrustedLead ? DoubtReason::kContradicted
-                                         : DoubtReason::kRepeats;
+  // Where nothing is significant, not even a low correlation that stands alone counts.
+  if (!significant) lead = std::min(lead, doubt.agreement);
+  doubt.confidence = Grade(lead, kTrustedLead, kFullLead);
+  doubt.doubtful = lead < kTrustedLead;
+  if (!doubt.doubtful) {
+    doubt.reason = DoubtReason::kNone;
+  } else if (rival != peaks.end() && lead <= -kTrustedLead &&
+             Significance(map, *rival, scale) >= kSignificant) {
+    doubt.reason = DoubtReason::kContradicted;
+  } else if (significant) {
+    doubt.reason = DoubtReason::kRepeats;
+  }
   if (doubt.reason == DoubtReason::kRepeats) doubt.period = Period(map, best, peaks) * factor;
   return doubt;
 }

@@ -36,18 +36,21 @@ struct PlacementDoubt {
 ///
 /// - The agreement is the largest correlation within 4 frame pixels of the measured shift
 ///   (at least 1 sample): the measurement is that good, and the views are coarser.
-/// - A rival is a local maximum (of the 5 x 5 shifts around it; of equal ones the first in
-///   raster order) more than 8 frame pixels (at least 2 samples) away along an axis, that
-///   chance does not explain. The best one counts; of equal ones the first.
 /// - Chance: correlations spread as scale / sqrt(common area), and the scale of these two
-///   views is taken from the median magnitude over all shifts. Fisher's transform of the
-///   correlation in such units is its significance. A rival and a trusted placement need
-///   5: among the ten to a hundred thousand shifts compared, chance alone reaches 4 to 4.5.
+///   views is taken from the median magnitude over all shifts. Fisher's transform of a
+///   correlation in such units is its significance. From 5 on it is significant: among the
+///   ten to a hundred thousand shifts compared, chance alone reaches 4 to 4.5.
+/// - A rival is a local maximum (of the 5 x 5 shifts around it; of equal ones the first in
+///   raster order) more than 8 frame pixels (at least 2 samples) away along an axis. Against
+///   a significant agreement it must be significant too; otherwise any rival counts, since
+///   chance explains the agreement as well. The best one counts; of equal ones the first.
+/// - The lead is the agreement less the rival; without a rival within 0.4 it is 0.4. Where
+///   the agreement is not significant it is not more than the agreement itself.
 /// - A trusted placement leads by 0.08. On the development scenes of `bench/host`, wrong
 ///   placements led by no more than 0 and right ones on scenes that do not repeat by 0.10
-///   and more.
-/// - Doubt: contradicted where the rival leads by 0.08, repeats where it is within 0.08,
-///   unsupported where the significance is too small and there is no such rival.
+///   and more. Confidence grows with the lead: 0 at none, 0.5 at 0.08, 1 at 0.4.
+/// - Doubt: contradicted where a significant rival leads by 0.08 or more; else unsupported
+///   where the agreement is not significant; else repeats.
 ///
 /// The number of agreeing matches does not enter: right placements were seen with 11 and
 /// wrong ones with 63.

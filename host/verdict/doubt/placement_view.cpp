@@ -6,7 +6,7 @@
 namespace jqhost {
 namespace {
 
-constexpr int kLongestSide = 400;
+constexpr int kLongestSide = 200;
 constexpr int kLeastSide = 16;
 constexpr int kSurround = 27;
 

@@ -25,7 +25,7 @@ struct PlacementView {
 };
 
 /// The factor for frames of this size: at least 2, so that noise is averaged, and the
-/// longer side becomes at most 400 samples, so that the cost does not grow with the frame.
+/// longer side becomes at most 200 samples, so that the cost does not grow with the frame.
 int ViewFactor(cv::Size frame);
 
 /// @param frame 8-bit, 1 or 3 channels; an image that would leave fewer than 16 samples

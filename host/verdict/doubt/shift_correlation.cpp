@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <vector>
 
 namespace jqhost {
 namespace {
@@ -13,14 +14,28 @@ constexpr double kLeastVariance = 0.01;  // of the whole view's
 // Squared grey levels; far below the rounding of 8-bit samples, far above that of floats.
 constexpr double kFlat = 1e-4;
 
-// Sums over a band of rows, as differences of two rows of an integral.
-struct Band {
-  const double* top;
-  const double* bottom;
-  Band(const cv::Mat& integral, int row, int rows)
-      : top(integral.ptr<double>(row)), bottom(integral.ptr<double>(row + rows)) {}
-  double Sum(int column, int columns) const {
-    return (bottom[column + columns] - top[column + columns]) - (bottom[column] - top[column]);
+// What a band of rows holds left of each column, as differences of two rows of an
+// integral.
+void FillBand(const cv::Mat& integral, int row, int rows, std::vector<double>& band) {
+  const double* top = integral.ptr<double>(row);
+  const double* bottom = integral.ptr<double>(row + rows);
+  for (std::size_t c = 0; c < band.size(); ++c) band[c] = bottom[c] - top[c];
+}
+
+// The sums of the rows that the views have in common at a vertical shift.
+struct Bands {
+  std::vector<double> sumA, squareA, sumB, squareB;
+
+  explicit Bands(int columns) {
+    for (std::vector<double>* band : {&sumA, &squareA, &sumB, &squareB}) {
+      band->resize(static_cast<std::size_t>(columns) + 1);
+    }
+  }
+  void Fill(const PlacementView& before, const PlacementView& current, int y, int rows) {
+    FillBand(before.sums, std::max(y, 0), rows, sumA);
+    FillBand(before.squares, std::max(y, 0), rows, squareA);
+    FillBand(current.sums, std::max(-y, 0), rows, sumB);
+    FillBand(current.squares, std::max(-y, 0), rows, squareB);
   }
 };
 
@@ -53,26 +68,31 @@ ShiftCorrelation CorrelateShifts(const PlacementView& before, const PlacementVie
   const cv::Mat products = Products(before, current);
   const double leastBefore = std::max(kLeastVariance * before.energy, kFlat);
   const double leastCurrent = std::max(kLeastVariance * current.energy, kFlat);
-
+  Bands bands(result.view.width);
   for (int y = -result.centre.y; y <= result.centre.y; ++y) {
     const int rows = result.view.height - std::abs(y);
-    if (rows < kLeastSide) continue;
-    const int rowA = std::max(y, 0), rowB = std::max(-y, 0);
-    const Band sumA(before.sums, rowA, rows), squareA(before.squares, rowA, rows);
-    const Band sumB(current.sums, rowB, rows), squareB(current.squares, rowB, rows);
+    const int columnsNeeded =
+        std::max(kLeastSide, static_cast<int>(std::ceil(kLeastArea * result.view.area() / rows)));
+    const int reach = result.view.width - columnsNeeded;
+    if (rows < kLeastSide || reach < 0) continue;
+    bands.Fill(before, current, y, rows);
     const float* product = products.ptr<float>(y < 0 ? y + products.rows : y);
     float* out = result.values.ptr<float>(y + result.centre.y) + result.centre.x;
-    for (int x = -result.centre.x; x <= result.centre.x; ++x) {
+    for (int x = -reach; x <= reach; ++x) {
       const int columns = result.view.width - std::abs(x);
-      if (columns < kLeastSide || rows * columns < kLeastArea * result.view.area()) continue;
       const int colA = std::max(x, 0), colB = std::max(-x, 0);
+      const auto over = [columns](const std::vector<double>& band, int column) {
+        return band[static_cast<std::size_t>(column + columns)] -
+               band[static_cast<std::size_t>(column)];
+      };
       const double n = static_cast<double>(rows) * columns;
-      const double a = sumA.Sum(colA, columns), b = sumB.Sum(colB, columns);
-      const double varA = squareA.Sum(colA, columns) - a * a / n;
-      const double varB = squareB.Sum(colB, columns) - b * b / n;
+      const double a = over(bands.sumA, colA), b = over(bands.sumB, colB);
+      const double varA = over(bands.squareA, colA) - a * a / n;
+      const double varB = over(bands.squareB, colB) - b * b / n;
       if (varA < leastBefore * n || varB < leastCurrent * n) continue;
       const double ab = product[x < 0 ? x + products.cols : x] - a * b / n;
-      out[x] = static_cast<float>(std::clamp(ab / std::sqrt(varA * varB), -1.0, 1.0));
+      const float r = static_cast<float>(ab) / std::sqrt(static_cast<float>(varA * varB));
+      out[x] = std::clamp(r, -1.0f, 1.0f);
     }
   }
   return result;

@@ -9,15 +9,15 @@ using jqhost::PlacementView;
 
 TEST(PlacementView, FactorBoundsTheLongerSide) {
   EXPECT_EQ(jqhost::ViewFactor({400, 300}), 2);
-  EXPECT_EQ(jqhost::ViewFactor({800, 600}), 2);
-  EXPECT_EQ(jqhost::ViewFactor({801, 600}), 3);
-  EXPECT_EQ(jqhost::ViewFactor({600, 1201}), 4);
-  EXPECT_EQ(jqhost::ViewFactor({2592, 1944}), 7);
+  EXPECT_EQ(jqhost::ViewFactor({800, 600}), 4);
+  EXPECT_EQ(jqhost::ViewFactor({801, 600}), 5);
+  EXPECT_EQ(jqhost::ViewFactor({600, 1201}), 7);
+  EXPECT_EQ(jqhost::ViewFactor({2592, 1944}), 13);
 }
 
 TEST(PlacementView, LeavesOffTheRestOfOddSizes) {
-  const PlacementView view = MakePlacementView(RandomScene({401, 303}, 1));
-  EXPECT_EQ(view.samples.size(), cv::Size(200, 151));
+  const PlacementView view = MakePlacementView(RandomScene({399, 303}, 1));
+  EXPECT_EQ(view.samples.size(), cv::Size(199, 151));
 }
 
 TEST(PlacementView, EvenLightLeavesNothing) {
