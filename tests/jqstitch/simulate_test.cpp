@@ -166,10 +166,12 @@ TEST(Simulate, AStreamIsAVideoOfTheSameFrames) {
     // JPEG keeps the pixels roughly, half the colour among them.
     EXPECT_LT(cv::norm(frame, picture, cv::NORM_L1) / double(3 * frame.total()), 4.0) << line.file;
   }
-  // A live run finds the truth of each by its name.
-  const Outcome outcome =
-      RunProgram({"live", folder / "video/frames.avi", "-o", folder / "mosaic.png", "--truth",
-                  folder / "video/truth.csv"});
+  // A live run finds the truth of each by its name, where frames can be placed.
+  const Outcome walk = RunProgram({"simulate", "-o", folder / "walk", "-n", "8", "--size",
+                                   "400x300", "--path", "row", "--step", "4", "--stream", "-q"});
+  ASSERT_EQ(walk.exitCode, 0) << walk.err;
+  const Outcome outcome = RunProgram({"live", folder / "walk/frames.avi", "-o",
+                                      folder / "mosaic.png", "--truth", folder / "walk/truth.csv"});
   EXPECT_NE(outcome.err.find("Position error in pixels"), std::string::npos) << outcome.err;
   EXPECT_EQ(outcome.err.find("not in the truth"), std::string::npos) << outcome.err;
 }
