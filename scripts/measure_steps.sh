@@ -5,9 +5,12 @@
 # their end, frames placed or tracked, and placed frames more than 3 pixels off their
 # neighbour.
 #
-#   scripts/measure_steps.sh [PICTURE...]     (jqstitch from $JQSTITCH or the PATH)
+#   scripts/measure_steps.sh [PICTURE...]
+#
+# jqstitch is taken from $JQSTITCH or the PATH, the size of a frame from $SIZE (400x300).
 set -euo pipefail
 jqstitch=${JQSTITCH:-jqstitch}
+size=${SIZE:-400x300}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 dirty=(--noise 3 --vignetting 15 --exposure-jitter 5)
@@ -17,7 +20,7 @@ measure() {
   local command=$1 step=$2 frames=$3 reports=() pass=0
   for source in 1 2 3 4 5 6 "${pictures[@]}"; do
     for effects in clean dirty; do
-      local options=(--size 400x300 --step "$step" -n "$frames" --force -q)
+      local options=(--size "$size" --step "$step" -n "$frames" --force -q)
       if [[ $source =~ ^[0-9]$ ]]; then options+=(--seed "$source" --path random)
       else options+=(--image "$source" --path spiral); fi
       [ $effects = clean ] || options+=("${dirty[@]}")
