@@ -47,7 +47,7 @@ float FromNeighbourRow(float value, const float* row, int c) {
   return std::min(value, row[c + 1] + kDiagonalStep);
 }
 
-void InitialRow(const std::uint8_t* content, float* d, int cols) {
+void InitialKernel(const std::uint8_t* content, float* d, int cols) {
   for (int c = 0; c < cols; ++c) d[c] = content[c] != 0 ? kDistanceCap : 0.0f;
   FillPads(d, cols);
 }
@@ -214,7 +214,7 @@ void BackwardChains(const float* fore, const float* down, float* out, int cols) 
 
 #endif  // HWY_TARGET != HWY_SCALAR
 
-void ForwardRow(const float* up, const std::uint8_t* content, float* d, int cols) {
+void ForwardKernel(const float* up, const std::uint8_t* content, float* d, int cols) {
   ForwardChains(up, content, d, cols);
   // The last column stands outside the chain.
   const int last = cols - 1;
@@ -228,7 +228,7 @@ void ForwardRow(const float* up, const std::uint8_t* content, float* d, int cols
   FillPads(d, cols);
 }
 
-void BackwardRow(const float* before, const float* down, float* d, int cols) {
+void BackwardKernel(const float* before, const float* down, float* d, int cols) {
   BackwardChains(before, down, d, cols);
   d[0] = FromNeighbourRow(before[0], down, 0);
   FillPads(d, cols);
@@ -241,20 +241,20 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace jqstitching {
 
-HWY_EXPORT(InitialRow);
-HWY_EXPORT(ForwardRow);
-HWY_EXPORT(BackwardRow);
+HWY_EXPORT(InitialKernel);
+HWY_EXPORT(ForwardKernel);
+HWY_EXPORT(BackwardKernel);
 
 void InitialDistanceRow(const std::uint8_t* content, float* d, int cols) {
-  JQ_DISPATCH(InitialRow)(content, d, cols);
+  JQ_DISPATCH(InitialKernel)(content, d, cols);
 }
 
 void ForwardDistanceRow(const float* up, const std::uint8_t* content, float* d, int cols) {
-  JQ_DISPATCH(ForwardRow)(up, content, d, cols);
+  JQ_DISPATCH(ForwardKernel)(up, content, d, cols);
 }
 
 void BackwardDistanceRow(const float* before, const float* down, float* d, int cols) {
-  JQ_DISPATCH(BackwardRow)(before, down, d, cols);
+  JQ_DISPATCH(BackwardKernel)(before, down, d, cols);
 }
 
 }  // namespace jqstitching

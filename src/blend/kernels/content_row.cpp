@@ -101,7 +101,7 @@ int MarkGreys(const std::uint8_t*, std::uint8_t*, int, Seen&) {
 
 #endif  // HWY_TARGET != HWY_SCALAR
 
-RowContent MarkRow(const std::uint8_t* pixels, int channels, std::uint8_t* content, int cols) {
+RowContent MarkKernel(const std::uint8_t* pixels, int channels, std::uint8_t* content, int cols) {
   Seen seen;
   if (channels == 1) {
     for (int c = MarkGreys(pixels, content, cols, seen); c < cols; ++c) {
@@ -124,10 +124,10 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace jqstitching {
 
-HWY_EXPORT(MarkRow);
+HWY_EXPORT(MarkKernel);
 
 RowContent MarkContent(const std::uint8_t* pixels, int channels, std::uint8_t* content, int cols) {
-  return JQ_DISPATCH(MarkRow)(pixels, channels, content, cols);
+  return JQ_DISPATCH(MarkKernel)(pixels, channels, content, cols);
 }
 
 }  // namespace jqstitching

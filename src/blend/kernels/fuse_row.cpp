@@ -86,13 +86,13 @@ void FuseSamples(const std::uint8_t* old, const std::uint8_t* weight, std::uint8
   }
 }
 
-void FuseColours(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
-                 std::uint8_t* block, size_t count) {
+void FuseColoursKernel(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
+                       std::uint8_t* block, size_t count) {
   FuseSamples<true>(old, weight, frame, block, count);
 }
 
-void FuseGreys(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
-               std::uint8_t* block, size_t count) {
+void FuseGreysKernel(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
+                     std::uint8_t* block, size_t count) {
   FuseSamples<false>(old, weight, frame, block, count);
 }
 
@@ -103,17 +103,17 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace jqstitching {
 
-HWY_EXPORT(FuseColours);
-HWY_EXPORT(FuseGreys);
+HWY_EXPORT(FuseColoursKernel);
+HWY_EXPORT(FuseGreysKernel);
 
 void FuseColourRow(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
                    std::uint8_t* block, std::size_t count) {
-  JQ_DISPATCH(FuseColours)(old, weight, frame, block, count);
+  JQ_DISPATCH(FuseColoursKernel)(old, weight, frame, block, count);
 }
 
 void FuseGreyRow(const std::uint8_t* old, const std::uint8_t* weight, std::uint8_t* frame,
                  std::uint8_t* block, std::size_t count) {
-  JQ_DISPATCH(FuseGreys)(old, weight, frame, block, count);
+  JQ_DISPATCH(FuseGreysKernel)(old, weight, frame, block, count);
 }
 
 }  // namespace jqstitching

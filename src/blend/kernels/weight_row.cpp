@@ -24,8 +24,8 @@ namespace hn = hwy::HWY_NAMESPACE;
 #if HWY_TARGET != HWY_SCALAR
 
 // Whole vectors only: the rows are padded.
-void Weights(const float* oldDistance, const float* newDistance, float newCap, std::uint8_t* weight,
-             int cols) {
+void WeightsKernel(const float* oldDistance, const float* newDistance, float newCap,
+                   std::uint8_t* weight, int cols) {
   const Vectors<float> d;
   const hn::Rebind<std::uint8_t, decltype(d)> db;
   const int lanes = static_cast<int>(hn::Lanes(d));
@@ -46,7 +46,7 @@ void Weights(const float* oldDistance, const float* newDistance, float newCap, s
   }
 }
 
-void Triple(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
+void TripleKernel(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
   const hn::Full128<std::uint8_t> d;
   HWY_ALIGN static constexpr std::uint8_t kThird[3][16] = {
       {0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5},
@@ -65,8 +65,8 @@ void Triple(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
 
 #else
 
-void Weights(const float* oldDistance, const float* newDistance, float newCap, std::uint8_t* weight,
-             int cols) {
+void WeightsKernel(const float* oldDistance, const float* newDistance, float newCap,
+                   std::uint8_t* weight, int cols) {
   for (int c = 0; c < cols; ++c) {
     const float a = oldDistance[c];
     const float b = std::min(newDistance[c], newCap);
@@ -75,7 +75,7 @@ void Weights(const float* oldDistance, const float* newDistance, float newCap, s
   }
 }
 
-void Triple(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
+void TripleKernel(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
   for (int c = 0; c < cols; ++c, tripled += 3) {
     tripled[0] = tripled[1] = tripled[2] = weight[c];
   }
@@ -90,16 +90,16 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace jqstitching {
 
-HWY_EXPORT(Weights);
-HWY_EXPORT(Triple);
+HWY_EXPORT(WeightsKernel);
+HWY_EXPORT(TripleKernel);
 
 void WeightRow(const float* oldDistance, const float* newDistance, float newCap,
                std::uint8_t* weight, int cols) {
-  JQ_DISPATCH(Weights)(oldDistance, newDistance, newCap, weight, cols);
+  JQ_DISPATCH(WeightsKernel)(oldDistance, newDistance, newCap, weight, cols);
 }
 
 void TripleWeights(const std::uint8_t* weight, std::uint8_t* tripled, int cols) {
-  JQ_DISPATCH(Triple)(weight, tripled, cols);
+  JQ_DISPATCH(TripleKernel)(weight, tripled, cols);
 }
 
 }  // namespace jqstitching

@@ -18,7 +18,7 @@ namespace jqstitching {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-void LiftZeroRow(std::uint8_t* row, size_t bytes, std::uint8_t lifted) {
+void LiftZeroKernel(std::uint8_t* row, size_t bytes, std::uint8_t lifted) {
   const Vectors<std::uint8_t> d;
   const size_t lanes = hn::Lanes(d);
   const auto zero = hn::Zero(d);
@@ -42,19 +42,19 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace jqstitching {
 
-HWY_EXPORT(LiftZeroRow);
+HWY_EXPORT(LiftZeroKernel);
 
 void LiftZeroSamples(cv::Mat& image) {
   const bool single = image.channels() == 1;
   const size_t visited = static_cast<size_t>(image.cols) * (single ? 1 : 3);
   const size_t bytes = std::min(visited, static_cast<size_t>(image.cols) * image.elemSize());
-  const auto lift = JQ_DISPATCH(LiftZeroRow);
+  const auto lift = JQ_DISPATCH(LiftZeroKernel);
   for (int r = 0; r < image.rows; ++r) lift(image.ptr(r), bytes, single ? 1 : 2);
 }
 
 GreyAndHalf LiftToGreyAndHalf(cv::Mat& picture, ScratchPicture& greyMemory,
                               ScratchPicture& halfMemory) {
-  const auto lift = JQ_DISPATCH(LiftZeroRow);
+  const auto lift = JQ_DISPATCH(LiftZeroKernel);
   const size_t bytes = static_cast<size_t>(picture.cols) * 3;
   const cv::Mat& lifted = picture;
   return ToGreyAndHalf(lifted, greyMemory, halfMemory,
