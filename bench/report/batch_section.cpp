@@ -137,6 +137,10 @@ BatchResult RunBatch(cv::Size frame, int count) {
     if (picture != nullptr) finished = static_cast<cv::Mat*>(picture)->clone();
   });
 
+  bool placed = false;
+  QObject::connect(&library, &JQImageStitching::sglMultiImageProcessStatus,
+                   [&](const QString&) { placed = library.IsLastFrameAccepted(); });
+
   Turns turns;
   Contestant first(turns, 0), second(turns, 1);
   second.started = [&] { return plain.m_fMaxOverlap != 0; };
@@ -146,14 +150,13 @@ BatchResult RunBatch(cv::Size frame, int count) {
   // The library's turn begins when the twin has done the same file.
   first.onBothDone = [&] {
     const bool mosaicExists = !library.GetMosaic().empty();
-    const bool placed = library.IsLastFrameAccepted();
     const bool grown = mosaicExists && library.GetMosaic().size() != before;
     kinds.push_back(placed ? (grown ? FrameKind::kPlacedGrown : FrameKind::kPlaced)
                            : (newReference ? FrameKind::kNotPlacedFirst : FrameKind::kNotPlaced));
     newReference = placed;
     before = library.GetMosaic().size();
     ++result.equality.frames;
-    result.equality.equal += SameRun(library, plain) ? 1 : 0;
+    result.equality.equal += SameRun(library, placed, plain) ? 1 : 0;
   };
 
   std::exception_ptr failure;

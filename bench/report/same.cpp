@@ -25,9 +25,12 @@ bool SameRecord(_tagJQIMG a, _tagJQIMG b) {
 }
 
 bool SameRun(const JQImageStitching& library, const reference::Stitcher& plain) {
+  return SameRun(library, library.IsLastFrameAccepted(), plain);
+}
+
+bool SameRun(const JQImageStitching& library, bool placed, const reference::Stitcher& plain) {
   return SameFlags(library.GetStitchFlags(), plain.m_algorithm.m_stitchFlags) &&
-         library.IsLastFrameAccepted() == plain.m_lastFramePlaced &&
-         library.GetFrameCount() == plain.m_nFrameCount &&
+         placed == plain.m_lastFramePlaced && library.GetFrameCount() == plain.m_nFrameCount &&
          library.GetContentMin() == plain.m_mosaicMin &&
          library.GetContentMax() == plain.m_mosaicMax &&
          library.GetPlacedBounds() == plain.GetPlacedBounds() &&

@@ -17,6 +17,9 @@ bool SameRecord(_tagJQIMG a, _tagJQIMG b);
 /// All that a host can ask after a frame: record of the stitch, verdict, content
 /// box, placed bounds and every pixel of the mosaic.
 bool SameRun(const JQImageStitching& library, const reference::Stitcher& plain);
+/// The same, with what the library said of its newest frame when that was done: while the
+/// next one is being taken, the library has no verdict.
+bool SameRun(const JQImageStitching& library, bool placed, const reference::Stitcher& plain);
 
 }  // namespace jqbench
 
