@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/flat/sample_unit.h"
+#include "host/flat/size_text.h"
 #include "host/flat/smooth_surface.h"
 
 namespace jqhost {
@@ -39,7 +40,7 @@ cv::Mat CellMeans(const cv::Mat& frame, const cv::Mat& dark, cv::Size grid) {
   }
   for (int r = 0; r < grid.height; ++r) {
     for (int i = 0; i < grid.width * channels; ++i) {
-      sums.ptr<double>(r)[i] /= areas.ptr<int>(r)[i / channels];
+      sums.ptr<double>(r)[i] /= areas.ptr<int>(r)[static_cast<size_t>(i / channels)];
     }
   }
   return sums;
@@ -54,16 +55,13 @@ double MiddleMean(std::vector<double>& values) {
   return sum / static_cast<double>(values.size() - 2 * cut);
 }
 
-std::string Text(cv::Size size) {
-  return std::to_string(size.width) + " x " + std::to_string(size.height);
-}
-
 }  // namespace
 
 std::string FlatEstimate::Add(const cv::Mat& frame) {
   if (m_type < 0) {
     if (!m_dark.empty() && m_dark.size() != frame.size()) {
-      return "it has " + Text(frame.size()) + " pixels, the dark frame " + Text(m_dark.size());
+      return "it has " + SizeText(frame.size()) + " pixels, the dark frame " +
+             SizeText(m_dark.size());
     }
     if (!m_dark.empty() && m_dark.depth() == CV_8U && frame.depth() != CV_8U) {
       return "it has 16-bit samples, the dark frame 8-bit ones";
@@ -79,7 +77,7 @@ std::string FlatEstimate::Add(const cv::Mat& frame) {
     }
   }
   if (frame.size() != m_size) {
-    return "it has " + Text(frame.size()) + " pixels, the frames before " + Text(m_size);
+    return "it has " + SizeText(frame.size()) + " pixels, the frames before " + SizeText(m_size);
   }
   if (frame.type() != m_type) return "its samples or channels differ from the frames before";
   cv::Mat cells = CellMeans(frame, m_fitted, m_grid);

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/flat/sample_unit.h"
+#include "host/flat/size_text.h"
 #include "host/input_error.h"
 #include "host/source/picture_pages.h"
 
@@ -16,15 +17,11 @@ constexpr double kLeastLight = 0.02;  // of the mean
 cv::Mat ReadField(const std::string& path, const char* what) {
   if (path.empty()) return cv::Mat();
   std::string why;
-  const cv::Mat field = ReadStored({path, 0}, why);
+  cv::Mat field = ReadStored({path, 0}, why);
   if (!why.empty()) {
     throw InputError(std::string("cannot read the ") + what + " '" + path + "': " + why);
   }
   return field;
-}
-
-std::string Text(cv::Size size) {
-  return std::to_string(size.width) + " x " + std::to_string(size.height);
 }
 
 std::array<double, 3> MeanLight(const cv::Mat& flat, const cv::Mat& dark) {
@@ -56,8 +53,8 @@ FlatField::FlatField(const std::string& flatPath, const std::string& darkPath)
     : m_flatFile(ReadField(flatPath, "flat field")), m_darkFile(ReadField(darkPath, "dark frame")) {
   m_size = m_flatFile.empty() ? m_darkFile.size() : m_flatFile.size();
   if (!m_darkFile.empty() && m_darkFile.size() != m_size) {
-    throw InputError("the sizes differ: the flat field '" + flatPath + "' has " + Text(m_size) +
-                     " pixels, the dark frame '" + darkPath + "' " + Text(m_darkFile.size()));
+    throw InputError("the sizes differ: the flat field '" + flatPath + "' has " + SizeText(m_size) +
+                     " pixels, the dark frame '" + darkPath + "' " + SizeText(m_darkFile.size()));
   }
   if (m_flatFile.empty()) return;
   // In any unit, since light is more than no light in all of them.

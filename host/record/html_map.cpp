@@ -11,7 +11,7 @@
 namespace jqhost {
 namespace {
 
-constexpr int kLongestSide = 2000;
+constexpr int kMapSide = 2000;
 
 std::string Layer(const char* name, const std::string& content) {
   return std::string("<g id=\"") + name + "\">\n" + content + "</g>\n";
@@ -73,7 +73,7 @@ std::string HtmlMap(const RunRecord& record, const std::vector<std::string>& nam
     dots += Circle(centre, dots.empty() ? 2 * radius : radius, names[i]);
   }
   std::vector<unsigned char> bytes;
-  cv::imencode(".jpg", Shrink(picture, kLongestSide), bytes, {cv::IMWRITE_JPEG_QUALITY, 85});
+  cv::imencode(".jpg", Shrink(picture, kMapSide), bytes, {cv::IMWRITE_JPEG_QUALITY, 85});
   const std::string losses = Losses(record, radius);
   std::string html = "<p class=\"layers\">" + Switch("frames", "frames", true) +
                      Switch("numbers", "numbers", true) + Switch("order", "order", true) +

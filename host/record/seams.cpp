@@ -50,7 +50,12 @@ std::string Lines(const cv::Mat& owner, bool down, double scale) {
       while (c < grid.cols && IsSeam(above[c], below[c])) ++c;
       const std::string across = HtmlNumber((r + 1) / scale, 0);
       const std::string from = HtmlNumber(begin / scale, 0), to = HtmlNumber(c / scale, 0);
-      path += down ? "M" + across + " " + from + "V" + to : "M" + from + " " + across + "H" + to;
+      path += 'M';
+      path += down ? across : from;
+      path += ' ';
+      path += down ? from : across;
+      path += down ? 'V' : 'H';
+      path += to;
     }
   }
   return path;

@@ -86,7 +86,7 @@ std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
     }
   }
   if (!record.live) return std::string();
-  const std::string advice = StepAdvice(record);
+  std::string advice = StepAdvice(record);
   if (!advice.empty()) return advice;
   // The steps are small, so the test looked at nearly the same place.
   const JQFrameVerdict& m = frame.measured;

@@ -7,7 +7,7 @@ namespace jqhost {
 namespace {
 
 constexpr int kLongestSide = 200;
-constexpr int kLeastSide = 16;
+constexpr int kLeastViewSide = 16;
 constexpr int kSurround = 27;
 
 // Padded to twice the size, every shift has a place of its own in the product of two
@@ -32,7 +32,7 @@ PlacementView MakePlacementView(const cv::Mat& frame) {
   PlacementView view;
   view.factor = ViewFactor(frame.size());
   const cv::Size small(frame.cols / view.factor, frame.rows / view.factor);
-  if (std::min(small.width, small.height) < kLeastSide) return view;
+  if (std::min(small.width, small.height) < kLeastViewSide) return view;
 
   cv::Mat reduced, surround;
   cv::resize(frame(cv::Rect(cv::Point(), small * view.factor)), reduced, small, 0, 0,

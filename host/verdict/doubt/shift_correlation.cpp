@@ -9,7 +9,7 @@ namespace jqhost {
 namespace {
 
 constexpr double kLeastArea = 0.06;      // of the view
-constexpr int kLeastSide = 8;            // samples
+constexpr int kLeastCommonSide = 8;      // samples
 constexpr double kLeastVariance = 0.01;  // of the whole view's
 // Squared grey levels; far below the rounding of 8-bit samples, far above that of floats.
 constexpr double kFlat = 1e-4;
@@ -71,10 +71,10 @@ ShiftCorrelation CorrelateShifts(const PlacementView& before, const PlacementVie
   Bands bands(result.view.width);
   for (int y = -result.centre.y; y <= result.centre.y; ++y) {
     const int rows = result.view.height - std::abs(y);
-    const int columnsNeeded =
-        std::max(kLeastSide, static_cast<int>(std::ceil(kLeastArea * result.view.area() / rows)));
+    const int columnsNeeded = std::max(
+        kLeastCommonSide, static_cast<int>(std::ceil(kLeastArea * result.view.area() / rows)));
     const int reach = result.view.width - columnsNeeded;
-    if (rows < kLeastSide || reach < 0) continue;
+    if (rows < kLeastCommonSide || reach < 0) continue;
     bands.Fill(before, current, y, rows);
     const float* product = products.ptr<float>(y < 0 ? y + products.rows : y);
     float* out = result.values.ptr<float>(y + result.centre.y) + result.centre.x;

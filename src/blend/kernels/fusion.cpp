@@ -16,7 +16,7 @@ namespace jqstitching {
 namespace {
 
 bool SharesMemory(const cv::Mat& a, const cv::Mat& b) {
-  const std::less<const unsigned char*> before;
+  const std::less<> before;
   return before(a.datastart, b.dataend) && before(b.datastart, a.dataend);
 }
 
