@@ -84,9 +84,7 @@ int ReportParseError(CLI::App& app, const CLI::ParseError& error, int argc, char
   return jqstitch::kExitWrongUsage;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
   UseUtf8ForPaths();
   // A batch holds all its files open.
   jqhost::AllowManyOpenFiles();
@@ -111,9 +109,17 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return ReportParseError(app, error, argc, argv);
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "jqstitch: %s\n", error.what());
     return jqstitch::kExitWrongInput;
   }
-  return exitCode;
 }

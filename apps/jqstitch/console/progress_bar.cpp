@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace jqstitch {
@@ -36,7 +37,7 @@ std::string ProgressText(int done, int total, const std::string& what, double se
   std::snprintf(text, sizeof text, ", %.1f %s/s", rate, what.c_str());
   line += text;
   if (total > done) {
-    const long left = static_cast<long>((total - done) / rate + 0.5);
+    const long left = std::lround((total - done) / rate);
     std::snprintf(text, sizeof text, ", %ld:%02ld left", left / 60, left % 60);
     line += text;
   }

@@ -28,7 +28,7 @@ struct FlatOptions {
 cv::Mat ReadDark(const std::string& path) {
   if (path.empty()) return cv::Mat();
   std::string why;
-  const cv::Mat dark = jqhost::ReadStored({path, 0}, why);
+  cv::Mat dark = jqhost::ReadStored({path, 0}, why);
   if (!why.empty()) throw jqhost::InputError("cannot read the dark frame '" + path + "': " + why);
   return dark;
 }

@@ -61,8 +61,9 @@ void DrawDashedLine(cv::Mat& picture, cv::Point from, cv::Point to, const cv::Sc
     const double part = length > 0 ? std::min(distance / length, 1.0) : 0.0;
     return cv::Point(cvRound(from.x + dx * part), cvRound(from.y + dy * part));
   };
-  for (double start = 0; start < length; start += 14) {
-    cv::line(picture, at(start), at(start + 8), colour, 1, cv::LINE_AA);
+  constexpr int kDash = 8, kPeriod = 14;
+  for (int start = 0; start < length; start += kPeriod) {
+    cv::line(picture, at(start), at(start + kDash), colour, 1, cv::LINE_AA);
   }
 }
 

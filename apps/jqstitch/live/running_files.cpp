@@ -1,16 +1,13 @@
 #include "live/running_files.h"
 
 #include "host/output/picture.h"
+#include "run/seconds_since.h"
 
 namespace jqstitch {
 namespace {
 
 constexpr int kPreviewSide = 1280;
 constexpr double kPreviewEvery = 1.0;  // seconds
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 }  // namespace
 

@@ -10,6 +10,7 @@
 #include "host/record/html_report.h"
 #include "host/record/json_report.h"
 #include "host/system/process_memory.h"
+#include "run/seconds_since.h"
 #include "words/live_status.h"
 #include "words/sample_words.h"
 #include "words/summary.h"
@@ -20,10 +21,6 @@ using jqhost::Picture;
 
 namespace jqstitch {
 namespace {
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 bool IsJsonReport(const std::string& path) {
   return std::filesystem::path(path).extension() == ".json";

@@ -21,7 +21,7 @@ std::array<int, 3> ParseColour(const std::string& text) {
   char rest = 0;
   const bool digitsOnly = text.find_first_not_of("0123456789,") == std::string::npos;
   const int read =
-      std::sscanf(text.c_str(), "%4d,%4d,%4d%c", &colour[0], &colour[1], &colour[2], &rest);
+      std::sscanf(text.c_str(), "%4d,%4d,%4d%c", colour.data(), &colour[1], &colour[2], &rest);
   if (!digitsOnly || read != 3 || colour[0] > 255 || colour[1] > 255 || colour[2] > 255) {
     throw CLI::ValidationError("--background",
                                "'" + text +

@@ -73,7 +73,7 @@ void RefuseLargerThanMemory(cv::Size size) {
 
 cv::Mat OpenScene(const SimulateOptions& o, cv::Size bounds) {
   if (!o.image.empty()) {
-    const cv::Mat image = ReadScene(o.image);
+    cv::Mat image = ReadScene(o.image);
     if (image.cols < bounds.width || image.rows < bounds.height) {
       throw jqhost::InputError("the path needs " + Text(bounds) + " pixels, but '" + o.image +
                                "' has " + Text(image.size()) +
