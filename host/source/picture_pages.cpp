@@ -1,8 +1,8 @@
 #include "host/source/picture_pages.h"
 
-#include <new>
 #include <opencv2/imgcodecs.hpp>
 
+#include "host/source/guarded_decode.h"
 #include "host/source/sample_depth.h"
 #include "host/source/tiff_pages.h"
 
@@ -12,21 +12,12 @@ namespace {
 constexpr int kAsStored = cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR;
 
 cv::Mat ReadPage(const PinnedFile& file, int page, std::string& why) {
-  std::vector<cv::Mat> pages;
-  try {
-    if (!cv::imreadmulti(file.Path(), pages, page - 1, 1, kAsStored)) pages.clear();
-  } catch (const cv::Exception& raised) {
-    why = "it cannot be decoded (" + raised.err + ")";
-    return cv::Mat();
-  } catch (const std::bad_alloc&) {
-    why = "there is not enough memory for it";
-    return cv::Mat();
-  }
-  if (pages.empty() || pages.front().empty()) {
-    why = "this page is damaged or cut short";
-    return cv::Mat();
-  }
-  return pages.front();
+  const auto decode = [&] {
+    std::vector<cv::Mat> pages;
+    const bool read = cv::imreadmulti(file.Path(), pages, page - 1, 1, kAsStored);
+    return read && !pages.empty() ? pages.front() : cv::Mat();
+  };
+  return GuardedDecode(decode, "this page is damaged or cut short", why);
 }
 
 }  // namespace

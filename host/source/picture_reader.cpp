@@ -2,9 +2,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <new>
 #include <opencv2/imgcodecs.hpp>
 
+#include "host/source/guarded_decode.h"
 #include "host/source/header_size.h"
 
 namespace jqhost {
@@ -59,18 +59,8 @@ std::string WhyNotPicture(const std::string& path, std::int64_t maxPixels) {
 cv::Mat ReadPicture(const PinnedFile& file, int flags, std::string& why, std::int64_t maxPixels) {
   why = WhyNotPicture(file, maxPixels);
   if (!why.empty()) return cv::Mat();
-  cv::Mat picture;
-  try {
-    picture = cv::imread(file.Path(), flags);
-  } catch (const cv::Exception& raised) {
-    why = "it cannot be decoded (" + raised.err + ")";
-    return cv::Mat();
-  } catch (const std::bad_alloc&) {
-    why = "there is not enough memory for it";
-    return cv::Mat();
-  }
-  if (picture.empty()) why = "it is damaged or cut short";
-  return picture;
+  return GuardedDecode([&] { return cv::imread(file.Path(), flags); }, "it is damaged or cut short",
+                       why);
 }
 
 cv::Mat ReadPicture(const std::string& path, int flags, std::string& why, std::int64_t maxPixels) {
