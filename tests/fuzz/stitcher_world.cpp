@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <cstring>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
@@ -58,54 +57,45 @@ QString World::path(const char* name) {
   return g_things->folder.filePath(name);
 }
 
-void WorldRecord::describe(const cv::Mat& frame, int padding) {
-  const std::size_t row = static_cast<std::size_t>(frame.cols) * frame.elemSize();
-  m_buffer.assign((row + padding) * frame.rows, 0xEE);
-  for (int r = 0; r < frame.rows; ++r)
-    std::memcpy(&m_buffer[r * (row + padding)], frame.ptr(r), row);
-  m_buffer.shrink_to_fit();
-  std::memset(&m_record, 0x5A, sizeof m_record);
-  m_record.width = static_cast<std::uint16_t>(frame.cols);
-  m_record.height = static_cast<std::uint16_t>(frame.rows);
-  m_record.bytesPerLine = static_cast<std::int32_t>(row + padding);
-  m_record.format = 0;
-  m_record.channels = static_cast<std::uint8_t>(frame.channels());
-  m_record.bytesPerChannel = static_cast<std::uint8_t>(frame.elemSize1());
-  m_record.bufferSize = static_cast<std::uint32_t>(m_buffer.size());
-  m_record.pixels = m_buffer.data();
-}
+namespace {
 
-WorldRecord::WorldRecord(const cv::Mat& frame) {
-  describe(frame, 0);
-}
-
-WorldRecord::WorldRecord(const cv::Mat& frame, FuzzInput& in) {
+cv::Mat InShape(const cv::Mat& frame, int shape) {
   cv::Mat shown = frame;
-  const int shape = in.u8();
   if (shape % 8 == 1) cv::cvtColor(frame, shown, cv::COLOR_BGR2GRAY);
   if (shape % 8 == 2) cv::cvtColor(frame, shown, cv::COLOR_BGR2BGRA);
   if (shape % 8 == 3) frame.convertTo(shown, CV_16U, 257);
-  describe(shown, shape % 8 == 4 ? in.u8() : 0);
+  return shown;
+}
+
+}  // namespace
+
+WorldRecord::WorldRecord(const cv::Mat& frame) : m_host(frame) {}
+
+WorldRecord::WorldRecord(const cv::Mat& frame, FuzzInput& in) : WorldRecord(frame, in, in.u8()) {}
+
+WorldRecord::WorldRecord(const cv::Mat& frame, FuzzInput& in, int shape)
+    : m_host(InShape(frame, shape), shape % 8 == 4 ? in.u8() : 0) {
   if (shape % 8 != 5) return;
+  _tagJQIMG& record = *m_host.get();
   switch (in.u8() % 6) {
     case 0:
-      m_record.pixels = nullptr;
+      record.pixels = nullptr;
       break;
     case 1:
-      m_record.width = 0;
+      record.width = 0;
       break;
     case 2:
-      m_record.channels = 2;
+      record.channels = 2;
       break;
     case 3:
-      m_record.bufferSize -= 1;
+      record.bufferSize -= 1;
       break;
     case 4:
-      m_record.bytesPerLine = in.number();
-      if (m_record.bytesPerLine > 0) m_record.bytesPerLine %= frame.cols * 3;
+      record.bytesPerLine = in.number();
+      if (record.bytesPerLine > 0) record.bytesPerLine %= frame.cols * 3;
       break;
     default:
-      m_record.format = 1;
+      record.format = 1;
   }
 }
 

@@ -3,10 +3,9 @@
 
 #include <QString>
 #include <opencv2/core.hpp>
-#include <vector>
 
 #include "fuzz_input.h"
-#include "jqglobalclass.h"
+#include "support/host_record.h"
 
 /// What a fuzzed stitcher looks at: one scene, and files of its frames.
 class World {
@@ -29,14 +28,14 @@ class WorldRecord {
   /// Padded, with another number of channels or bytes, or with one field that is
   /// wrong, as the input says.
   WorldRecord(const cv::Mat& frame, FuzzInput& in);
-  _tagJQIMG* get() { return &m_record; }
+  _tagJQIMG* get() { return m_host.get(); }
 
  private:
-  void describe(const cv::Mat& frame, int padding);
+  WorldRecord(const cv::Mat& frame, FuzzInput& in, int shape);
 
-  _tagJQIMG m_record = {};
-  std::vector<unsigned char> m_buffer;
+  HostRecord m_host;
 };
+std::vector<unsigned char> m_buffer;
 
 /// `shown` is what the library documents for this host's record and picture.
 void RequireRecordOf(const _tagJQIMG& shown, const _tagJQIMG& host, const cv::Mat& picture);
