@@ -35,7 +35,6 @@ class WorldRecord {
 
   HostRecord m_host;
 };
-std::vector<unsigned char> m_buffer;
 
 /// `shown` is what the library documents for this host's record and picture.
 void RequireRecordOf(const _tagJQIMG& shown, const _tagJQIMG& host, const cv::Mat& picture);
