@@ -61,6 +61,10 @@ struct JQFrameVerdict {
   /// a whole number; passes below its limit.
   float motion = kNotMeasured;
   float motionLimit = kNotMeasured;
+
+  /// Corners of the two frames that were paired because they look alike, before it was
+  /// asked which pairs agree: `matchCount` of them do. 0 unless `registered`.
+  std::int32_t pairCount = 0;
 };
 
 #endif  // JQFRAMEVERDICT_H

@@ -56,6 +56,7 @@ std::string Row(const RunRecord& record, const FrameResult& frame, const std::st
   const bool measured = frame.measured.registered;
   row += NumberCell(measured ? HtmlNumber(100 * frame.shiftShare, 1) : "") +
          NumberCell(measured ? std::to_string(frame.measured.matchCount) : "") +
+         NumberCell(measured ? HtmlNumber(100 * frame.AgreeingShare(), 0) : "") +
          NumberCell(frame.doubt ? HtmlNumber(frame.doubt->confidence, 2) : "");
   if (record.truth) {
     const bool hasNeighbour = error != nullptr && error->neighbour >= 0;
@@ -72,7 +73,7 @@ std::string HtmlTable(const RunRecord& record, const std::vector<std::string>& n
   std::string table = "<table><thead><tr>" + NumberHead("No.") +
                       "<th></th><th>Frame</th><th>What became of it</th>" + NumberHead("x") +
                       NumberHead("y") + NumberHead("Shift %") + NumberHead("Matches") +
-                      NumberHead("Confidence");
+                      NumberHead("Agreeing %") + NumberHead("Confidence");
   if (record.truth) table += NumberHead("Error to neighbour") + NumberHead("Error to first");
   table += "</tr></thead><tbody>\n";
   std::vector<const PositionError*> errors(names.size(), nullptr);

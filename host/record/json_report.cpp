@@ -61,6 +61,8 @@ json FrameJson(const RunRecord& record, const FrameResult& frame, const Words& w
   tell("note", words.Note(frame));
   if (frame.measured.registered) {
     entry["matches"] = frame.measured.matchCount;
+    entry["matched"] = frame.measured.pairCount;
+    entry["agreeingPercent"] = 100.0 * frame.AgreeingShare();
     entry["offset"] = PointJson(frame.measured.offset);
     entry["shiftPercent"] = 100.0 * frame.shiftShare;
   }

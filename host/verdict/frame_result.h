@@ -54,6 +54,11 @@ struct FrameResult {
   double seconds = 0.0;
   std::vector<unsigned char> thumbnail;  ///< a small JPEG, where the run keeps them
 
+  /// Share of the matched corners that agree with the offset; 0 when nothing was matched.
+  double AgreeingShare() const {
+    return measured.pairCount > 0 ? static_cast<double>(measured.matchCount) / measured.pairCount
+                                  : 0.0;
+  }
   bool Doubtful() const { return doubt && doubt->doubtful; }
   bool Placed() const { return cause == Cause::kPlaced; }
 };

@@ -24,7 +24,7 @@ jqstitching::CornersFound jqstitching::Register(JQStitchingAlgorithm& engine, Wo
   std::vector<cv::Point> cornersFirst, cornersSecond;
   engine.FindHarrisCornerCoordianteFun(first, cornersFirst);
   engine.FindHarrisCornerCoordianteFun(second, cornersSecond);
-  const CornersFound found{!cornersFirst.empty(), !cornersSecond.empty()};
+  CornersFound found{!cornersFirst.empty(), !cornersSecond.empty()};
   if (!found.first || !found.second) return found;
 
   cv::Mat descriptorsFirst, descriptorsSecond;
@@ -35,6 +35,7 @@ jqstitching::CornersFound jqstitching::Register(JQStitchingAlgorithm& engine, Wo
   engine.RoughMatchPoint(cornersFirst, cornersSecond, pairs, matchedFirst, matchedSecond);
   float tx = 0, ty = 0;
   engine.RansacMatchPointArrayFun(matchedFirst, matchedSecond, inliersFirst, inliersSecond, tx, ty);
+  found.matched = static_cast<int>(pairs.size());
   supportCount = static_cast<int>(inliersFirst.size());
   offsetX = static_cast<int>(tx);
   offsetY = static_cast<int>(ty);

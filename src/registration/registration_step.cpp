@@ -31,9 +31,10 @@ CornersFound RegisterShared(JQStitchingAlgorithm& engine, Workspace& workspace,
   workspace.reference.update(first, firstId, settings, workspace.corners);
   const Features& reference = workspace.reference.features();
   const Features features = FindFeatures(current, settings, workspace.corners);
-  const CornersFound found{!reference.corners.empty(), !features.corners.empty()};
+  CornersFound found{!reference.corners.empty(), !features.corners.empty()};
   const std::optional<Shift> shift = MeasureShift(reference, features);
   if (!shift) return found;
+  found.matched = shift->pairs;
   offsetX = shift->x;
   offsetY = shift->y;
   supportCount = shift->support;

@@ -10,10 +10,12 @@ namespace jqstitching {
 /// with 1 or 3 channels, both alike.
 bool CanRegisterShared(const cv::Mat& first, const cv::Mat& second);
 
-/// Whether registration found corners in each picture of a pair. Where it did not in
-/// either, it leaves its outputs as they were.
+/// Whether registration found corners in each picture of a pair, and how many it matched
+/// with one of the other picture. Where it found none in either, it leaves its outputs as
+/// they were.
 struct CornersFound {
   bool first = false, second = false;
+  int matched = 0;
 };
 
 /// `JQStitchingAlgorithm::ImageMosaicFun` for a caller that wants to know more.

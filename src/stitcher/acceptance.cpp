@@ -48,6 +48,7 @@ JQFrameVerdict JudgeFrame(const stitchflags& record, const FrameMeasures& measur
   verdict.registered = measures.corners.first && measures.corners.second;
   if (verdict.registered) {
     verdict.matchCount = record.matchCount;
+    verdict.pairCount = measures.corners.matched;
     verdict.offset = cv::Point(record.offsetX, record.offsetY);
     verdict.shiftShare = dominant.shift / dominant.extent;
   }

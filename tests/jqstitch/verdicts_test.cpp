@@ -92,7 +92,10 @@ TEST_F(Verdicts, TooFewMatches) {
   const json list = Run("batch", files);
   EXPECT_EQ(m_outcome.exitCode, 4);
   EXPECT_EQ(list[1]["verdict"], "too few matches");
-  ASSERT_LT(int(list[1]["matches"]), 11);
+  const int matches = list[1]["matches"], matched = list[1]["matched"];
+  ASSERT_LT(matches, 11);
+  ASSERT_GT(matched, matches);
+  EXPECT_NEAR(double(list[1]["agreeingPercent"]), 100.0 * matches / matched, 1e-9);
   ExpectLine("left out: too few matches (" + std::to_string(int(list[1]["matches"])) + " of 11)\n");
 }
 

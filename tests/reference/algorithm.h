@@ -31,6 +31,7 @@ class Algorithm {
   std::int32_t m_nOverlapMode;
   std::int32_t m_nUsePresets;
   stitchflags m_stitchFlags;
+  int m_pairCount = 0;  // matches of the last registration, before the consensus
 
   Algorithm();
   void SetParameter(int nDetectLevel, int nCornerBudget, int nOverlapMode, int nUsePresets);

@@ -6,6 +6,7 @@ namespace reference {
 
 int Algorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& offsetY,
                               int& supportCount) {
+  m_pairCount = 0;
   // The first image's channel count decides for both.
   if (first.channels() != 1) {
     cv::cvtColor(first, first, cv::COLOR_RGB2GRAY);
@@ -27,6 +28,7 @@ int Algorithm::ImageMosaicFun(cv::Mat first, cv::Mat second, int& offsetX, int& 
   std::vector<cv::Point> matchedFirst;
   std::vector<cv::Point> matchedSecond;
   RoughMatchPoint(cornersFirst, cornersSecond, pairs, matchedFirst, matchedSecond);
+  m_pairCount = static_cast<int>(matchedFirst.size());
   std::vector<cv::Point> inliersFirst;
   std::vector<cv::Point> inliersSecond;
   float tx = 0.0f;

@@ -81,6 +81,7 @@ void Stitcher::Blend(const cv::Mat& newFrame) {
 _tagJQIMG* Stitcher::Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLevel,
                                int nCornerBudget) {
   if (img == nullptr) return nullptr;
+  m_algorithm.m_pairCount = 0;
 
   if (!m_pOutImage && m_curFrame.empty() && m_resultMat.empty()) {
     cv::Mat frame;
@@ -145,6 +146,7 @@ void Stitcher::slotStartStitching() {
   m_fMinOverlap = 0.1f;
   m_fMaxOverlap = 0.9f;
   m_algorithm.SetParameter(1, 8, 0, 0);
+  m_algorithm.m_pairCount = 0;
   m_curFrame = cv::imread(m_fileList[0], 1);
   m_algorithm.JudgeImageChannel(m_curFrame, m_curFrame);
   m_refFrame = m_curFrame;

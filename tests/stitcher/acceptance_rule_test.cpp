@@ -29,6 +29,7 @@ JQFrameVerdict Judge(const Row& row) {
   FrameMeasures measures;
   measures.corners.first = row.referenceCorners;
   measures.corners.second = row.frameCorners;
+  measures.corners.matched = 40;
   stitchflags record;
   record.overlapFlag = row.overlapFlag;
   record.matchCount = row.matchCount;
@@ -48,6 +49,7 @@ TEST_P(Rule, GivesTheFirstReason) {
   const bool registered = row.frameCorners && row.referenceCorners;
   EXPECT_EQ(verdict.registered, registered);
   EXPECT_EQ(verdict.matchCount, registered ? row.matchCount : 0);
+  EXPECT_EQ(verdict.pairCount, registered ? 40 : 0);
   EXPECT_EQ(verdict.offset, registered ? cv::Point(row.offsetX, row.offsetY) : cv::Point());
   EXPECT_EQ(std::isnan(verdict.shiftShare), !registered);
 }

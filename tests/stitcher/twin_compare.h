@@ -19,6 +19,7 @@ struct StitcherView {
   stitchflags flags;
   int frameCount = 0, reserved = 0;
   bool valid = false, verdict = false, started = false, placed = false;
+  int pairCount = 0;
   cv::Rect bounds;
   bool hasRecord = false;
   _tagJQIMG record = {};  // without the pointer
@@ -65,6 +66,7 @@ inline StitcherView ViewOf(JQImageStitching& s) {
   view.verdict = inside::LastFrameAccepted(s);
   view.started = inside::StitchStarted(s);
   view.placed = s.IsLastFrameAccepted();
+  view.pairCount = s.GetLastVerdict().pairCount;
   view.bounds = s.GetPlacedBounds();
   view_detail::Relations(view, inside::OutImage(s));
   return view;
@@ -88,6 +90,7 @@ inline StitcherView ViewOf(reference::Stitcher& s) {
   view.verdict = s.m_bLastFrameAccepted;
   view.started = s.m_bStitchStarted;
   view.placed = s.m_lastFramePlaced;
+  view.pairCount = s.m_algorithm.m_pairCount;
   view.bounds = s.GetPlacedBounds();
   view_detail::Relations(view, s.m_pOutImage.get());
   return view;
@@ -98,6 +101,7 @@ inline void ExpectSame(const StitcherView& actual, const StitcherView& expected)
   EXPECT_EQ(actual.frameCount, expected.frameCount);
   EXPECT_EQ(actual.reserved, expected.reserved);
   EXPECT_EQ(actual.placed, expected.placed);
+  EXPECT_EQ(actual.pairCount, expected.pairCount);
   EXPECT_EQ(actual.verdict, expected.verdict);
   EXPECT_EQ(actual.started, expected.started);
   EXPECT_EQ(actual.valid, expected.valid);

@@ -33,6 +33,23 @@ class Verdict : public ::testing::Test {
     return stitcher.GetLastVerdict();
   }
 
+  // By the engine's single steps.
+  static int PairsBetween(cv::Mat first, cv::Mat second) {
+    JQStitchingAlgorithm engine;
+    engine.SetParameter(1, 8, 0, 1);
+    std::vector<cv::Point> corners[2], pairs;
+    cv::Mat descriptors[2];
+    cv::Mat* frames[] = {&first, &second};
+    for (int i = 0; i < 2; ++i) {
+      engine.JudgeImageChannel(*frames[i], *frames[i]);
+      cv::cvtColor(*frames[i], *frames[i], cv::COLOR_RGB2GRAY);
+      engine.FindHarrisCornerCoordianteFun(*frames[i], corners[i]);
+      engine.NoRotaFeatureDescriber(*frames[i], corners[i], descriptors[i]);
+    }
+    engine.CalacDistanceIndexFun(descriptors[0], descriptors[1], pairs);
+    return static_cast<int>(pairs.size());
+  }
+
   JQImageStitching stitcher;
   cv::Mat m_scene, m_quiet;
 };
@@ -65,6 +82,7 @@ TEST_F(Verdict, OfAPlacedFrame) {
   EXPECT_EQ(stitcher.GetStitchFlags().offsetX, 0);
   EXPECT_FLOAT_EQ(verdict.shiftShare, 0.25f);
   EXPECT_EQ(verdict.matchCount, stitcher.GetStitchFlags().matchCount);
+  EXPECT_EQ(verdict.pairCount, PairsBetween(At(100), At(160, 160)));
   EXPECT_EQ(verdict.brightnessLimit, 40.0f);
   EXPECT_EQ(verdict.definitionLimit, 15.0f);
   EXPECT_LT(verdict.brightness, 40.0f);
@@ -108,6 +126,8 @@ TEST_F(Verdict, OfTooFewMatches) {
   EXPECT_EQ(verdict.cause, JQFrameCause::kTooFewMatches);
   EXPECT_TRUE(verdict.registered);
   EXPECT_LT(verdict.matchCount, 11);
+  EXPECT_GT(verdict.pairCount, 0);
+  EXPECT_GE(verdict.pairCount, verdict.matchCount);
 }
 
 TEST_F(Verdict, OfAFailedOverlapTest) {
@@ -148,6 +168,7 @@ TEST_F(Verdict, OfAFrameWithoutCorners) {
   EXPECT_EQ(verdict.cause, JQFrameCause::kNoCornersInFrame);
   EXPECT_FALSE(verdict.registered);
   EXPECT_EQ(verdict.matchCount, 0);
+  EXPECT_EQ(verdict.pairCount, 0);
   EXPECT_EQ(verdict.offset, cv::Point(0, 0));
   EXPECT_EQ(stitcher.GetStitchFlags().matchCount, before.matchCount);
 }

@@ -57,6 +57,7 @@ std::optional<Shift> MeasureShift(const Features& first, const Features& second)
     matchedSecond.push_back(second.corners[static_cast<size_t>(pair.x)]);
   }
   Shift shift;
+  shift.pairs = static_cast<int>(matchedFirst.size());
   const Consensus best = FindConsensus(matchedFirst, matchedSecond);
   if (best.support.empty()) return shift;
   const auto winner = static_cast<size_t>(best.hypothesis);

@@ -60,6 +60,7 @@ class ReferenceFeatures {
 struct Shift {
   int x = 0, y = 0;
   int support = 0;  ///< matches that agree; 0 without any match
+  int pairs = 0;    ///< matches among which they were counted
 };
 
 /// Nothing when either picture has no corners.
