@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "blend/growth.h"
 #include "engine/picture_check.h"
 #include "jqstitchingalgorithm.h"
 
@@ -25,21 +26,18 @@ void JQStitchingAlgorithm::BorderExpand(cv::Mat mosaic, int growRows, int growCo
   jqstitching::CheckPicture(mosaic);
   const std::int64_t x = std::int64_t{position.x} + offsetX;
   const std::int64_t y = std::int64_t{position.y} + offsetY;
-  // Touching an edge counts as crossing it.
-  const bool top = y <= 0;
-  const bool bottom = !top && y + frameRows >= mosaicRows;
-  const bool left = x <= 0;
-  const bool right = !left && x + frameCols >= mosaicCols;
+  const jqstitching::Growth growth =
+      jqstitching::GrowthFor(x, y, {frameCols, frameRows}, {mosaicCols, mosaicRows});
 
-  if (top || bottom || left || right) {
-    cv::copyMakeBorder(mosaic, mosaic, top ? growRows : 0, bottom ? growRows : 0,
-                       left ? growCols : 0, right ? growCols : 0, cv::BORDER_CONSTANT,
+  if (growth.any()) {
+    cv::copyMakeBorder(mosaic, mosaic, growth.top ? growRows : 0, growth.bottom ? growRows : 0,
+                       growth.left ? growCols : 0, growth.right ? growCols : 0, cv::BORDER_CONSTANT,
                        cv::Scalar(0, 0, 0, 0));
   }
-  const int movedX = left ? growCols : 0;
-  const int movedY = top ? growRows : 0;
+  const int movedX = growth.left ? growCols : 0;
+  const int movedY = growth.top ? growRows : 0;
   Move(position, movedX, movedY);
-  if (top && right) {
+  if (growth.top && growth.right) {
     // At this corner alone the box's minimum moves twice and its maximum stays.
     Move(boxMin.y, 2 * std::int64_t{growRows});
   } else {
