@@ -1,5 +1,6 @@
 #include <opencv2/imgproc.hpp>
 
+#include "blend/growth.h"
 #include "blend/kernels/fusion.h"
 #include "engine/detect_level.h"
 #include "engine/picture_check.h"
@@ -8,16 +9,29 @@
 
 namespace {
 
-// The block of the mosaic that a frame at (x, y) covers.
-cv::Mat CoveredBlock(const cv::Mat& mosaic, std::int64_t x, std::int64_t y, const cv::Mat& frame) {
-  if (x < 0 || y < 0 || x + frame.cols > mosaic.cols || y + frame.rows > mosaic.rows) {
+// The block that a frame at (x, y) covers of a mosaic of this size.
+cv::Rect CoveredBlock(std::int64_t x, std::int64_t y, cv::Size frame, cv::Size mosaic) {
+  if (x < 0 || y < 0 || x + frame.width > mosaic.width || y + frame.height > mosaic.height) {
     CV_Error(cv::Error::StsOutOfRange,
              cv::format("a frame of %d x %d at column %lld, row %lld lies outside the mosaic of "
                         "%d x %d",
-                        frame.cols, frame.rows, static_cast<long long>(x),
-                        static_cast<long long>(y), mosaic.cols, mosaic.rows));
+                        frame.width, frame.height, static_cast<long long>(x),
+                        static_cast<long long>(y), mosaic.width, mosaic.height));
   }
-  return mosaic(cv::Rect(static_cast<int>(x), static_cast<int>(y), frame.cols, frame.rows));
+  return cv::Rect(static_cast<int>(x), static_cast<int>(y), frame.width, frame.height);
+}
+
+bool SameHeader(const cv::Mat& a, const cv::Mat& b) {
+  return a.u == b.u && a.data == b.data && a.type() == b.type() && a.size() == b.size() &&
+         a.step == b.step;
+}
+
+// How many headers on the mosaic's pixels are at hand: the one that came by value, and
+// often the caller's own, into which the result goes. With no more than these the pixels
+// may be moved, unless the frame shows some of them.
+int HeadersAtHand(const cv::Mat& mosaic, const cv::Mat& frame, const cv::Mat& result) {
+  if (jqstitching::SharesMemory(mosaic, frame)) return 0;
+  return SameHeader(mosaic, result) ? 2 : 1;
 }
 
 }  // namespace
@@ -33,22 +47,29 @@ void JQStitchingAlgorithm::StitchingImage_imageblend(
                1.0, 0.0, cv::INTER_LINEAR);
   }
 
-  cv::Point position(flags.positionX, flags.positionY);
-  BorderExpand(mosaic, frame.rows, frame.cols, flags.offsetX, flags.offsetY, frame.rows, frame.cols,
-               mosaic.cols, mosaic.rows, position, mosaic, position, mosaicMin, mosaicMax,
-               mosaicMin, mosaicMax);
-  cv::Mat block = CoveredBlock(mosaic, std::int64_t{position.x} + flags.offsetX,
-                               std::int64_t{position.y} + flags.offsetY, frame);
-  position += cv::Point(flags.offsetX, flags.offsetY);
+  const std::int64_t x = std::int64_t{flags.positionX} + flags.offsetX;
+  const std::int64_t y = std::int64_t{flags.positionY} + flags.offsetY;
+  const jqstitching::Growth growth = jqstitching::GrowthFor(x, y, frame.size(), mosaic.size());
+  growth.moveBox(mosaicMin, mosaicMax, frame.size());
+  const jqstitching::Borders borders = growth.borders(frame.size());
+  const cv::Rect covered = CoveredBlock(x + borders.left, y + borders.top, frame.size(),
+                                        jqstitching::SizeWith(borders, mosaic.size()));
+  jqstitching::CheckFusionPair(covered.size(), mosaic.type(), frame.size(), frame.type());
 
-  // Nothing of the caller's changes before the pixels do, and nothing fails after.
-  jqstitching::FuseImages(block, frame, true, m_workspace.get().fusion);
-  outputImageCoordate(mosaicMin, mosaicMax, 0, 0, frame.rows, frame.cols, position, mosaicMin,
+  // All memory comes before the first change, and that for the mosaic last: where its
+  // pixels are moved, a host's record of them must not be left behind by an error.
+  jqstitching::FusionWeights weights(frame, m_workspace.get().fusion);
+  const bool mayFail = frame.empty() || jqstitching::FusionWeights::ReadingMayFail(mosaic);
+  const int headers = mayFail ? 0 : HeadersAtHand(mosaic, frame, newMosaic);
+  if (jqstitching::AddBorders(mosaic, borders, headers)) newMosaic = mosaic;
+  cv::Mat block = mosaic(covered);
+  jqstitching::FuseImages(block, frame, true, weights);
+  outputImageCoordate(mosaicMin, mosaicMax, 0, 0, frame.rows, frame.cols, covered.tl(), mosaicMin,
                       mosaicMax);
 
   blendRegion = frame;
   newMosaicMin = mosaicMin;
   newMosaicMax = mosaicMax;
-  newPosition = position;
+  newPosition = covered.tl();
   newMosaic = mosaic;
 }

@@ -4,26 +4,28 @@
 #include <cstdint>
 #include <opencv2/core.hpp>
 
+#include "blend/kernels/borders.h"
+
 namespace jqstitching {
 
 /// The sides on which a mosaic grows. Never two that face each other: the top and the
-/// left come first.
+/// left come first. On each of them it grows by one step, whatever is missing.
 struct Growth {
   bool top = false, bottom = false, left = false, right = false;
 
   bool any() const { return top || bottom || left || right; }
+
+  Borders borders(cv::Size step) const;
+
+  /// How coordinates in the mosaic move: the box like the position, except at the top
+  /// right corner. They wrap where they leave 32 bits.
+  void movePosition(cv::Point& position, cv::Size step) const;
+  void moveBox(cv::Point& boxMin, cv::Point& boxMax, cv::Size step) const;
 };
 
 /// The sides that a frame with its top-left corner at (x, y) touches or crosses:
 /// touching an edge counts as crossing it.
-inline Growth GrowthFor(std::int64_t x, std::int64_t y, cv::Size frame, cv::Size mosaic) {
-  Growth growth;
-  growth.top = y <= 0;
-  growth.bottom = !growth.top && y + frame.height >= mosaic.height;
-  growth.left = x <= 0;
-  growth.right = !growth.left && x + frame.width >= mosaic.width;
-  return growth;
-}
+Growth GrowthFor(std::int64_t x, std::int64_t y, cv::Size frame, cv::Size mosaic);
 
 }  // namespace jqstitching
 

@@ -1,9 +1,11 @@
 #include "overlap/start_mosaic.h"
 
+#include "picture/growable_pixels.h"
+
 jqstitching::StartedMosaic jqstitching::StartMosaic(const cv::Mat& frame) {
   const int rows = frame.rows, cols = frame.cols;
   const cv::Point position(cols - cols / 2, rows - rows / 2);
-  cv::Mat canvas = cv::Mat::zeros(2 * rows, 2 * cols, frame.channels() == 1 ? CV_8UC1 : CV_8UC3);
+  cv::Mat canvas = GrowableZeros(2 * rows, 2 * cols, frame.channels() == 1 ? CV_8UC1 : CV_8UC3);
   cv::Mat middle = canvas(cv::Rect(position, frame.size()));
   if (frame.type() != canvas.type()) {
     CV_Error(

@@ -7,7 +7,9 @@
 namespace {
 
 // Everything that one frame may change. Mosaic and reference are headers: their
-// pixels change only in the last, non-failing step of placing a frame.
+// pixels change only in the last, non-failing step of placing a frame. A mosaic that is
+// there when the frame comes is not among it: where placing fails the engine leaves it, and
+// a second header on its pixels would keep it from growing in place.
 struct Snapshot {
   cv::Point mosaicMin, mosaicMax;
   cv::Mat mosaic, refFrame;
@@ -20,10 +22,13 @@ struct Snapshot {
 bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame) {
   stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
   RunState& run = *stitcher.m_pRun;
-  const Snapshot before{
-      stitcher.m_mosaicMin, stitcher.m_mosaicMax, stitcher.m_mosaic, stitcher.m_refFrame, flags,
-      run.placedBounds};
   const bool startsMosaic = stitcher.m_nFrameCount == 0;
+  const Snapshot before{stitcher.m_mosaicMin,
+                        stitcher.m_mosaicMax,
+                        startsMosaic ? stitcher.m_mosaic : cv::Mat(),
+                        stitcher.m_refFrame,
+                        flags,
+                        run.placedBounds};
   try {
     JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
     const jqstitching::KnownOfFrames known{true, run.referenceId};
@@ -45,7 +50,7 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
   } catch (...) {
     stitcher.m_mosaicMin = before.mosaicMin;
     stitcher.m_mosaicMax = before.mosaicMax;
-    stitcher.m_mosaic = before.mosaic;
+    if (startsMosaic) stitcher.m_mosaic = before.mosaic;
     stitcher.m_refFrame = before.refFrame;
     flags = before.flags;
     run.placedBounds = before.placedBounds;
