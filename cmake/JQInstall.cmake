@@ -75,6 +75,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/include/jqframeverdict.h
   ${PROJECT_SOURCE_DIR}/include/jqimagestitching.h
   ${PROJECT_SOURCE_DIR}/include/jqstitchingalgorithm.h
+  ${PROJECT_SOURCE_DIR}/include/jqstitchingstate.h
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 if(TARGET jqstitch)

@@ -65,6 +65,10 @@ struct JQFrameVerdict {
   /// Corners of the two frames that were paired because they look alike, before it was
   /// asked which pairs agree: `matchCount` of them do. 0 unless `registered`.
   std::int32_t pairCount = 0;
+
+  /// Bytes that the mosaic would have needed, where a call failed that was to start or to
+  /// grow it: more than the memory limit or more than could be had. Otherwise 0.
+  std::int64_t mosaicBytesNeeded = 0;
 };
 
 #endif  // JQFRAMEVERDICT_H

@@ -10,6 +10,7 @@
 
 #include "jqframeverdict.h"
 #include "jqstitchingalgorithm.h"
+#include "jqstitchingstate.h"
 
 /// The host's raw image record, 1024 bytes, defined by the host's shared header
 /// `jqglobalclass.h`.
@@ -191,6 +192,52 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// file alone. Sets a flag that the start of every batch run clears; a live run does
   /// not read it.
   void RequestStop();
+
+  // --- additions: a live run that is taken back, taken up elsewhere and kept -----
+  // None of these is for a batch run. The record that `Stitching` returned stays the
+  // same one; `UndoLastFrame`, `ContinueAt` and `RestoreState` make it show the mosaic, or
+  // the current picture before the mosaic exists. Pixel pointers and headers taken before
+  // such a call are not to be used after it. A call that raises an exception has changed
+  // nothing.
+
+  /// How many placed frames can be taken back, 0 from the start and for a negative number;
+  /// what lies further back is dropped at once. Counts from the next frame on. Each step
+  /// keeps what the frame painted over, the reference and the previous frame: at level 1
+  /// three pictures of a frame's size. 0 costs neither time nor memory.
+  void SetUndoDepth(int frames);
+  /// How many calls of `UndoLastFrame` will succeed. A batch run drops them all.
+  int GetUndoCount() const;
+  /// Takes the newest placed frame out again, or the newest `ContinueAt` back. Everything
+  /// is as right before the call that placed it: the mosaic's size and pixels, the content
+  /// box, placed bounds, position, frame count, stitch record, verdict, reference and
+  /// current picture. Frames that were left out since are forgotten as well. False, and
+  /// nothing changed, when there is nothing to take back. What a host wrote into the
+  /// mosaic outside of the frame stays. Growth is taken back by copying the smaller
+  /// mosaic, whose memory must be had.
+  bool UndoLastFrame();
+
+  /// Goes on elsewhere in the mosaic: the frame-sized block with this top-left corner,
+  /// mosaic pixels, becomes reference and current picture, as if the frame placed there
+  /// were the newest. `GetCurrentPosition` is that place, the offset (0, 0), and the next
+  /// frame is measured against the block. The frame count and the verdict stay. Can be
+  /// taken back. False, and nothing changed, before the mosaic exists, where the block does
+  /// not lie inside it, and where the block holds an empty (black) pixel.
+  bool ContinueAt(const cv::Point& topLeft);
+
+  /// Deep copies of all that the live run consists of; `started` is false without one.
+  JQStitchingState SaveState() const;
+  /// Puts deep copies of a saved run in place of the one at hand. From then on this
+  /// stitcher behaves like the one that the state was taken from; a state that was not
+  /// started makes it wait for a first frame. A state that makes no sense raises
+  /// `cv::Exception`.
+  void RestoreState(const JQStitchingState& state);
+
+  /// Most bytes that the mosaic's pixels may take; 0, the value from the start, and below:
+  /// any number. A frame for which the mosaic would have to start or to grow beyond that
+  /// raises `cv::Exception` (`StsNoMem`): it is left out, the run is as before and can be
+  /// saved, and `JQFrameVerdict::mosaicBytesNeeded` tells the size. A mosaic that is
+  /// larger already stays.
+  void SetMemoryLimit(std::int64_t bytes);
 
  Q_SIGNALS:
   /// One progress line per file of a batch run.

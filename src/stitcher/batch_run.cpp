@@ -23,6 +23,7 @@ void JQImageStitching::slotStartStitching() {
   jqstitching::PrepareRounding();
   const QString count = QString::number(m_fileList.size());
   m_pRun->expectFrame();
+  m_pRun->undo.clear();
   RunState::startRun(*this);
   m_pAlgorithm->SetParameter(1, 8, 0, 0);
   m_curFrame = ReadFrame(m_fileList[0]);

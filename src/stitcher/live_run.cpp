@@ -10,6 +10,7 @@
 _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLevel,
                                        int nCornerBudget) {
   if (img == nullptr) return nullptr;
+  const JQFrameVerdict verdictBefore = m_pRun->verdict;
   m_pRun->expectFrame();
 
   if (m_pOutImage == nullptr && m_curFrame.empty() && m_resultMat.empty()) {
@@ -17,10 +18,9 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     cv::Mat frame = jqstitching::FramePool::Instance().newMatrix();
     ConvertJQImgToCv8UC3(img, frame);
     jqstitching::PrepareRounding();
-    auto record = std::make_unique<_tagJQIMG>();
-    m_nOverlapMode = nOverlapMode;
-    m_nStitchState = 1;
-    m_pAlgorithm->SetParameter(nDetectLevel, nCornerBudget, nOverlapMode, 1);
+    std::unique_ptr<_tagJQIMG>& record = m_pRun->spareRecord;
+    if (!record) record = std::make_unique<_tagJQIMG>();
+    RunState::setLive(*this, nOverlapMode, nDetectLevel, nCornerBudget);
     m_pAlgorithm->JudgeImageChannel(frame, m_curFrame);
     m_pOutImage = record.release();
     jqstitching::FillRecord(*m_pOutImage, *img, m_curFrame);
@@ -36,11 +36,13 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     CV_Error(cv::Error::StsInternal,
              "a live run cannot start on a stitcher that holds a canvas or a batch run");
   }
+  jqstitching::UndoHistory::Steps step = RunState::prepareUndo(*this);
+  if (!step.empty()) step.front().before.verdict = verdictBefore;
   cv::Mat newFrame = jqstitching::FramePool::Instance().newMatrix();
   ConvertJQImgToCv8UC3(img, newFrame);
   bool accepted = false;
   try {
-    accepted = RunState::takeFrame(*this, newFrame);
+    accepted = RunState::takeFrame(*this, newFrame, step.empty() ? nullptr : &step.front());
   } catch (...) {
     // A picture that the host has trimmed in mid-run, or a frame of another size, stands
     // where the motion test looks for the previous frame. Where that is smaller than the
@@ -57,6 +59,7 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_pAlgorithm->m_stitchFlags.offsetX = 0;
     m_pAlgorithm->m_stitchFlags.offsetY = 0;
     ++m_nFrameCount;
+    m_pRun->undo.add(std::move(step));
   }
   m_curFrame = newFrame;
   jqstitching::FillRecord(*m_pOutImage, *img, m_mosaic);

@@ -1,3 +1,5 @@
+#include "blend/growth.h"
+#include "engine/detect_level.h"
 #include "engine/engine_access.h"
 #include "overlap/offset_step.h"
 #include "registration/registration_step.h"
@@ -17,9 +19,17 @@ struct Snapshot {
   cv::Rect placedBounds;
 };
 
+// What the engine makes of a frame of this size.
+cv::Size AtWorkingScale(const JQStitchingAlgorithm& engine, cv::Size frame) {
+  const std::int32_t level = engine.m_nDetectLevel;
+  jqstitching::CheckDetectLevel(level);
+  return cv::Size(frame.width / level, frame.height / level);
+}
+
 }  // namespace
 
-bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame) {
+bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame,
+                                           JQStitchingUndoStep* step) {
   stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
   RunState& run = *stitcher.m_pRun;
   const bool startsMosaic = stitcher.m_nFrameCount == 0;
@@ -31,6 +41,12 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
                         run.placedBounds};
   try {
     JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
+    if (startsMosaic) {
+      const cv::Size frame = AtWorkingScale(
+          engine, engine.m_nDetectLevel == 1 ? stitcher.m_refFrame.size() : newFrame.size());
+      run.expectMosaic(2 * std::int64_t{frame.width}, 2 * std::int64_t{frame.height},
+                       stitcher.m_refFrame.channels());
+    }
     const jqstitching::KnownOfFrames known{true, run.referenceId};
     const jqstitching::FrameMeasures measures = jqstitching::OffsetStep(
         engine, jqstitching::EngineAccess::workspace(engine), known, stitcher.m_nFrameCount,
@@ -41,8 +57,8 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
         flags, measures, newFrame.size(), {stitcher.m_fMinOverlap, stitcher.m_fMaxOverlap});
     const bool accepted = verdict.cause == JQFrameCause::kPlaced;
     if (accepted) {
-      place(stitcher, newFrame);
-      prepareReference(stitcher);
+      place(stitcher, newFrame, step);
+      newReference(stitcher);
     }
     if (startsMosaic) stitcher.m_nFrameCount = 1;
     run.verdict = verdict;
@@ -58,30 +74,49 @@ bool JQImageStitching::RunState::takeFrame(JQImageStitching& stitcher, cv::Mat& 
   }
 }
 
-void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newFrame) {
-  stitchflags& flags = stitcher.m_pAlgorithm->m_stitchFlags;
+void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newFrame,
+                                       JQStitchingUndoStep* step) {
+  JQStitchingAlgorithm& engine = *stitcher.m_pAlgorithm;
+  stitchflags& flags = engine.m_stitchFlags;
   RunState& run = *stitcher.m_pRun;
   const cv::Point old(flags.positionX, flags.positionY);
   const cv::Point expected = old + cv::Point(flags.offsetX, flags.offsetY);
+  const cv::Rect frame(expected, AtWorkingScale(engine, newFrame.size()));
+  const cv::Mat& mosaic = stitcher.m_mosaic;
+  const jqstitching::Growth growth =
+      jqstitching::GrowthFor(frame.x, frame.y, frame.size(), mosaic.size());
+  if (growth.any()) {
+    run.expectMosaic(std::int64_t{mosaic.cols} + (growth.left || growth.right ? frame.width : 0),
+                     std::int64_t{mosaic.rows} + (growth.top || growth.bottom ? frame.height : 0),
+                     mosaic.channels());
+  }
+  // Nothing is painted over in a mosaic that was not there before the call.
+  if (step != nullptr && !step->mosaicSize.empty()) {
+    step->covered = frame & cv::Rect(cv::Point(), mosaic.size());
+    step->block = jqstitching::FramePool::Instance().newMatrix();
+    mosaic(step->covered).copyTo(step->block);
+  }
+
   cv::Point position = old;
-  stitcher.m_pAlgorithm->StitchingImage_imageblend(
-      stitcher.m_mosaic, newFrame, flags, stitcher.m_mosaicMin, stitcher.m_mosaicMax, old,
+  engine.StitchingImage_imageblend(
+      mosaic, newFrame, flags, stitcher.m_mosaicMin, stitcher.m_mosaicMax, old,
       stitcher.m_mosaicMin, stitcher.m_mosaicMax, position, stitcher.m_mosaic, stitcher.m_refFrame);
   flags.positionX = position.x;
   flags.positionY = position.y;
-  run.referenceId = ++run.m_references;
   // Growth at the top or left has moved everything by the difference. The new
   // reference is the fused block, so its size is the placed frame's.
-  run.placedBounds =
-      (run.placedBounds + (position - expected)) | cv::Rect(position, stitcher.m_refFrame.size());
+  const cv::Point moved = position - expected;
+  if (step != nullptr) step->moved = moved;
+  run.placedBounds = (run.placedBounds + moved) | cv::Rect(position, stitcher.m_refFrame.size());
 }
 
-void JQImageStitching::RunState::prepareReference(JQImageStitching& stitcher) {
+void JQImageStitching::RunState::newReference(JQImageStitching& stitcher) {
+  RunState& run = *stitcher.m_pRun;
+  run.referenceId = ++run.m_references;
   try {
-    jqstitching::PrepareReference(*stitcher.m_pAlgorithm, stitcher.m_refFrame,
-                                  stitcher.m_pRun->referenceId);
+    jqstitching::PrepareReference(*stitcher.m_pAlgorithm, stitcher.m_refFrame, run.referenceId);
   } catch (...) {
-    // The frame is placed. The next call looks for the features again, and tells
+    // The reference is in place. The next call looks for the features again, and tells
     // the host if it still cannot have the memory.
   }
 }

@@ -6,6 +6,7 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
 
 foreach(file
     include/jqframeverdict.h include/jqimagestitching.h include/jqstitchingalgorithm.h
+    include/jqstitchingstate.h
     include/jqglobalclass.h include/jqimageconvert.h
     ${LIBDIR}/libJQImageStitching.so ${LIBDIR}/libJQImageStitching.so.1
     ${LIBDIR}/libJQImageConvert.so ${LIBDIR}/libJQImageConvert.so.1
@@ -20,6 +21,6 @@ endforeach()
 
 file(GLOB_RECURSE headers RELATIVE ${PREFIX}/include ${PREFIX}/include/*)
 list(LENGTH headers count)
-if(NOT count EQUAL 5)
+if(NOT count EQUAL 6)
   message(FATAL_ERROR "headers besides the public ones were installed: ${headers}")
 endif()
