@@ -57,6 +57,12 @@ class Stage {
   void Placed(bool placed) {
     if (placed) m_placed.push_back(m_at);
   }
+  /// The newest placed frame was taken back.
+  void TakenBack() {
+    if (m_placed.size() > 1) m_placed.pop_back();
+  }
+  /// The run goes on so many pixels from its newest frame.
+  void Continued(cv::Point by) { m_placed.push_back(m_placed.back() + by); }
 
  private:
   void Step() { Move(10 * m_level + 2, 10 * m_level + 13); }
