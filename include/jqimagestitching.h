@@ -212,8 +212,8 @@ class JQ_STITCHING_EXPORT JQImageStitching : public QObject {
   /// box, placed bounds, position, frame count, stitch record, verdict, reference and
   /// current picture. Frames that were left out since are forgotten as well. False, and
   /// nothing changed, when there is nothing to take back. What a host wrote into the
-  /// mosaic outside of the frame stays. Growth is taken back by copying the smaller
-  /// mosaic, whose memory must be had.
+  /// mosaic outside of the frame stays. Taking growth back needs memory only where
+  /// somebody else has a header on the mosaic.
   bool UndoLastFrame();
 
   /// Goes on elsewhere in the mosaic: the frame-sized block with this top-left corner,

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "jqglobalclass.h"
+#include "picture/growable_pixels.h"
 #include "picture/library_rounding.h"
 #include "stitcher/run_state.h"
 #include "stitcher/state_check.h"
@@ -48,7 +49,12 @@ JQStitchingState JQImageStitching::SaveState() const {
 void JQImageStitching::RestoreState(const JQStitchingState& state) {
   jqstitching::CheckState(state);
   // Whatever can fail comes first.
-  const cv::Mat mosaic = state.mosaic.clone();
+  cv::Mat mosaic;
+  if (!state.mosaic.empty()) {
+    // Grows without a copy, like a mosaic that was started here.
+    mosaic = jqstitching::GrowableZeros(state.mosaic.rows, state.mosaic.cols, state.mosaic.type());
+    state.mosaic.copyTo(mosaic);
+  }
   const JQStitchingMoment now = DeepCopy(state.now);
   jqstitching::UndoHistory undo;
   undo.setDepth(static_cast<size_t>(state.undoDepth));
@@ -59,7 +65,7 @@ void JQImageStitching::RestoreState(const JQStitchingState& state) {
 
   RunState::setLive(*this, state.overlapMode, state.detectLevel, state.cornerBudget);
   RunState::startRun(*this);
-  m_mosaic = mosaic;
+  m_mosaic = std::move(mosaic);
   RunState::returnTo(*this, now);
   m_pRun->undo = std::move(undo);
   m_pRun->memoryLimit = state.memoryLimit;

@@ -1,15 +1,18 @@
 #include <algorithm>
 
+#include "blend/kernels/borders.h"
 #include "stitcher/run_state.h"
 
 namespace {
 
-// The mosaic as it was before it grew: without the rows and columns that came on. A
-// mosaic of its own, whose rows lie side by side as everywhere.
-cv::Mat WithoutGrowth(const cv::Mat& mosaic, const JQStitchingUndoStep& step) {
-  if (mosaic.size() == step.mosaicSize) return mosaic;
-  if (step.mosaicSize.empty()) return cv::Mat();
-  return mosaic(cv::Rect(step.moved, step.mosaicSize)).clone();
+// The rows and columns that came on when the mosaic grew from its size before.
+jqstitching::Borders GrownBy(const JQStitchingUndoStep& step, cv::Size mosaic) {
+  jqstitching::Borders borders;
+  borders.left = step.moved.x;
+  borders.top = step.moved.y;
+  borders.right = mosaic.width - step.mosaicSize.width - borders.left;
+  borders.bottom = mosaic.height - step.mosaicSize.height - borders.top;
+  return borders;
 }
 
 }  // namespace
@@ -36,10 +39,13 @@ bool JQImageStitching::UndoLastFrame() {
   jqstitching::UndoHistory& undo = m_pRun->undo;
   if (undo.steps().empty()) return false;
   JQStitchingUndoStep& step = undo.newest();
-  // Nothing fails after the mosaic's memory is there.
-  cv::Mat mosaic = WithoutGrowth(m_mosaic, step);
-  if (!step.covered.empty()) step.block.copyTo(mosaic(step.covered));
-  m_mosaic = mosaic;
+  if (step.mosaicSize.empty()) {
+    m_mosaic = cv::Mat();
+  } else {
+    jqstitching::RemoveBorders(m_mosaic, GrownBy(step, m_mosaic.size()), 1);
+  }
+  // Nothing fails from here on.
+  if (!step.covered.empty()) step.block.copyTo(m_mosaic(step.covered));
   RunState::returnTo(*this, step.before);
   undo.dropNewest();
   RunState::showRun(*this);
