@@ -55,10 +55,24 @@ std::string NameBeside(const std::string& target, int number) {
       .string();
 }
 
+// A folder of tiles is left behind like a file.
+void RemoveWhatever(const std::string& path) {
+  std::error_code error;
+  if (fs::is_directory(fs::symlink_status(path, error))) {
+    fs::remove_all(path, error);
+  } else {
+    RemoveFile(path);
+  }
+}
+
 }  // namespace
 
+std::string WriteFailure(const std::string& path, std::error_code cause) {
+  return "cannot write '" + path + "': " + cause.message() + Advice(cause);
+}
+
 void AtomicFile::Fail(std::error_code cause) const {
-  throw InputError("cannot write '" + m_shown + "': " + cause.message() + Advice(cause));
+  throw InputError(WriteFailure(m_shown, cause));
 }
 
 AtomicFile::AtomicFile(const std::string& path) : m_shown(path), m_target(Resolve(path)) {
@@ -129,11 +143,11 @@ void RemoveAbandonedTemporaries(const std::string& path) {
     const bool isOurs = read == 2 && length > 0;
     if (isOurs && !IsProcessRunning(process)) abandoned.push_back(entry->path().string());
   }
-  for (const std::string& file : abandoned) RemoveFile(file);
+  for (const std::string& left : abandoned) RemoveWhatever(left);
 }
 
-std::string TemporaryName(const std::string& path) {
-  return NameBeside(Resolve(path), 1);
+std::string TemporaryName(const std::string& path, int number) {
+  return NameBeside(Resolve(path), number);
 }
 
 }  // namespace jqhost

@@ -27,6 +27,9 @@ class AtomicFile {
   void Write(const void* bytes, std::size_t size);
   void Commit();
 
+  /// Where the bytes are until the commit, for writers that open the file themselves.
+  const std::string& TemporaryPath() const { return m_temporary; }
+
  private:
   [[noreturn]] void Fail(std::error_code cause) const;
 
@@ -43,13 +46,17 @@ void CheckWritable(const std::string& path);
 /// Writes a whole file atomically.
 void WriteFileAtomically(const std::string& path, const void* bytes, std::size_t size);
 
-/// Removes the temporary files beside `path` whose process is gone: a run that was
-/// killed left them there.
+/// Removes the temporary files and folders beside `path` whose process is gone: a run
+/// that was killed left them there.
 void RemoveAbandonedTemporaries(const std::string& path);
 
 /// The temporary file that this process uses while it writes `path` and nothing
-/// else, so that a program which must end at once knows what to remove.
-std::string TemporaryName(const std::string& path);
+/// else, so that a program which must end at once knows what to remove. A higher number
+/// where others are in use.
+std::string TemporaryName(const std::string& path, int number = 1);
+
+/// "cannot write 'PATH': CAUSE (ADVICE)", for all that writes outputs.
+std::string WriteFailure(const std::string& path, std::error_code cause);
 
 }  // namespace jqhost
 

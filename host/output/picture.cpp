@@ -1,37 +1,11 @@
 #include "host/output/picture.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <opencv2/imgproc.hpp>
 
-#include "host/input_error.h"
-#include "host/output/atomic_file.h"
-#include "host/output/picture_format.h"
-#include "host/source/image_record.h"
 #include "jqimagestitching.h"
 
 namespace jqhost {
-namespace {
-
-bool TryCutEdge(JQImageStitching& stitcher) {
-  try {
-    return stitcher.CutEdge();
-  } catch (const cv::Exception&) {
-    return false;  // a box that a run up and to the right has made unusable
-  }
-}
-
-std::string FreeName(const std::string& path) {
-  std::error_code error;
-  std::string name = path + ".png";
-  for (int i = 2; std::filesystem::exists(name, error); ++i) {
-    name = path + "." + std::to_string(i) + ".png";
-  }
-  return name;
-}
-
-}  // namespace
-
 bool IsContentBoxExact(const JQImageStitching& stitcher) {
   const cv::Rect bounds = stitcher.GetPlacedBounds();
   return stitcher.GetContentMin() == bounds.tl() && stitcher.GetContentMax() == bounds.br();
@@ -48,17 +22,9 @@ Picture TakePicture(const JQImageStitching& stitcher, bool trim) {
   return picture;
 }
 
-Picture TrimPicture(JQImageStitching& stitcher) {
+Picture TrimPicture(const JQImageStitching& stitcher) {
   Picture picture = TakePicture(stitcher, true);
-  if (picture.image.empty() || !TryCutEdge(stitcher) || !IsContentBoxExact(stitcher)) {
-    return picture;
-  }
-  _tagJQIMG request = MakeRecord(picture.image);
-  const _tagJQIMG* trimmed = stitcher.GetImageStitching(&request);
-  if (trimmed == nullptr) return picture;
-  // The record's sides are 16 bits wide; the true ones are the accessor's.
-  picture.image = cv::Mat(stitcher.GetCurSize(), CV_8UC3, trimmed->pixels);
-  picture.trimmedBy = "content box";
+  if (!picture.image.empty() && IsContentBoxExact(stitcher)) picture.trimmedBy = "content box";
   return picture;
 }
 
@@ -106,26 +72,6 @@ cv::Mat Shrink(const cv::Mat& image, int longest,
     }
   }
   return small;
-}
-
-void SavePicture(const std::string& path, const cv::Mat& image) {
-  const std::vector<unsigned char> bytes = EncodePicture(path, image);
-  WriteFileAtomically(path, bytes.data(), bytes.size());
-}
-
-std::string SavePictureSomehow(const std::string& path, const cv::Mat& image,
-                               std::string& problem) {
-  std::vector<unsigned char> bytes;
-  std::string target = path;
-  try {
-    bytes = EncodePicture(path, image);
-  } catch (const InputError& error) {
-    target = FreeName(path);
-    bytes = EncodePicture(target, image);
-    problem = std::string(error.what()) + "; saved as '" + target + "' instead";
-  }
-  WriteFileAtomically(target, bytes.data(), bytes.size());
-  return target;
 }
 
 }  // namespace jqhost

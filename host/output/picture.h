@@ -23,10 +23,10 @@ struct Picture {
 /// Empty before the mosaic exists.
 Picture TakePicture(const JQImageStitching& stitcher, bool trim);
 
-/// Ends a live run: lets the stitcher trim. Where its content box cannot be used
-/// (trimming raises) or misses a part of the frames, the placed frames' own
-/// bounds are taken from the mosaic, which the stitcher still holds.
-Picture TrimPicture(JQImageStitching& stitcher);
+/// The mosaic cut as the stitcher's own trimming cuts it, but without the copy that the
+/// stitcher would take: the same pixels where they lie. Where its content box misses a
+/// part of the frames, the placed frames' own bounds are taken.
+Picture TrimPicture(const JQImageStitching& stitcher);
 
 /// Whether the stitcher's content box is exactly what the placed frames cover.
 bool IsContentBoxExact(const JQImageStitching& stitcher);
@@ -44,14 +44,6 @@ cv::Mat AsGrey(const cv::Mat& image, const std::optional<std::array<int, 3>>& ba
 /// without a copy of the whole. (Shrinking first would mix the black into the edges.)
 cv::Mat Shrink(const cv::Mat& image, int longest,
                const std::optional<std::array<int, 3>>& background = std::nullopt);
-
-/// Encodes and writes atomically. Raises `InputError`.
-void SavePicture(const std::string& path, const cv::Mat& image);
-
-/// The same, but a picture that the format does not hold is saved as PNG under a
-/// free name beside it, rather than lost. `problem` then says so.
-/// @return the path written
-std::string SavePictureSomehow(const std::string& path, const cv::Mat& image, std::string& problem);
 
 }  // namespace jqhost
 

@@ -6,7 +6,8 @@
 #include <limits>
 #include <opencv2/imgcodecs.hpp>
 
-#include "host/input_error.h"
+#include "host/output/pyramid/deep_zoom_place.h"
+#include "host/output/pyramid/pyramid.h"
 
 namespace jqhost {
 namespace {
@@ -26,15 +27,8 @@ constexpr Limit kLimits[] = {{".jpg", "JPEG", 65500},
                              {".webp", "WebP", 16383},
                              {".png", "PNG", 1000000}};
 
-std::string Extension(const std::string& path) {
-  std::string extension = std::filesystem::path(path).extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return extension;
-}
-
 const Limit* FindLimit(const std::string& path) {
-  const std::string extension = Extension(path);
+  const std::string extension = PictureExtension(path);
   const auto* found = std::find_if(std::begin(kLimits), std::end(kLimits),
                                    [&](const Limit& l) { return extension == l.extension; });
   return found == std::end(kLimits) ? nullptr : found;
@@ -49,10 +43,30 @@ bool Encode(const std::string& extension, const cv::Mat& picture,
   }
 }
 
+void CheckPyramid(const std::string& path, PyramidKind kind) {
+  if (!HasLibvips()) {
+    throw InputError("cannot write '" + path +
+                     "': " + (kind == PyramidKind::kOmeTiff ? "OME-TIFF" : "Deep Zoom") +
+                     " needs libvips, and this program was built without it (" + kGoodExtensions +
+                     ")");
+  }
+  if (kind == PyramidKind::kDeepZoom) CheckDeepZoomPlace(path);
+}
+
 }  // namespace
 
+std::string PictureExtension(const std::string& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension;
+}
+
 void CheckPictureFormat(const std::string& path) {
-  const std::string extension = Extension(path);
+  if (const PyramidKind kind = PyramidKindOf(path); kind != PyramidKind::kNone) {
+    return CheckPyramid(path, kind);
+  }
+  const std::string extension = PictureExtension(path);
   if (extension.empty()) {
     throw InputError("cannot write '" + path + "': the name has no extension to tell the format (" +
                      kGoodExtensions + ")");
@@ -92,12 +106,12 @@ std::string WhyTooLarge(const std::string& path, cv::Size size) {
 
 std::vector<unsigned char> EncodePicture(const std::string& path, const cv::Mat& picture) {
   const std::string tooLarge = WhyTooLarge(path, picture.size());
-  if (!tooLarge.empty()) throw InputError("cannot write '" + path + "': " + tooLarge);
+  if (!tooLarge.empty()) throw FormatError("cannot write '" + path + "': " + tooLarge);
   std::vector<unsigned char> bytes;
-  if (!Encode(Extension(path), picture, bytes)) {
-    throw InputError("cannot write '" + path + "': its format does not take a picture of " +
-                     std::to_string(picture.cols) + " x " + std::to_string(picture.rows) +
-                     " pixels (" + kGoodExtensions + ")");
+  if (!Encode(PictureExtension(path), picture, bytes)) {
+    throw FormatError("cannot write '" + path + "': its format does not take a picture of " +
+                      std::to_string(picture.cols) + " x " + std::to_string(picture.rows) +
+                      " pixels (" + kGoodExtensions + ")");
   }
   return bytes;
 }

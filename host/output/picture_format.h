@@ -5,7 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "host/input_error.h"
+
 namespace jqhost {
+
+/// A picture that the format of its path does not hold.
+class FormatError : public InputError {
+ public:
+  using InputError::InputError;
+};
+
+/// ".png" of "a/b.PNG".
+std::string PictureExtension(const std::string& path);
 
 /// Refuses, with advice, an extension that no encoder knows or whose format does
 /// not keep an 8-bit colour picture. Raises `InputError`.
@@ -18,7 +29,7 @@ int LongestSide(const std::string& path);
 /// sentence; empty when it fits.
 std::string WhyTooLarge(const std::string& path, cv::Size size);
 
-/// The picture's bytes in the format of the path's extension. Raises `InputError`.
+/// The picture's bytes in the format of the path's extension. Raises `FormatError`.
 std::vector<unsigned char> EncodePicture(const std::string& path, const cv::Mat& picture);
 
 }  // namespace jqhost

@@ -73,7 +73,8 @@ std::string HtmlMap(const RunRecord& record, const std::vector<std::string>& nam
     dots += Circle(centre, dots.empty() ? 2 * radius : radius, names[i]);
   }
   std::vector<unsigned char> bytes;
-  cv::imencode(".jpg", Shrink(picture, kMapSide), bytes, {cv::IMWRITE_JPEG_QUALITY, 85});
+  cv::imencode(".jpg", Shrink(picture, kMapSide, record.background), bytes,
+               {cv::IMWRITE_JPEG_QUALITY, 85});
   const std::string losses = Losses(record, radius);
   std::string html = "<p class=\"layers\">" + Switch("frames", "frames", true) +
                      Switch("numbers", "numbers", true) + Switch("order", "order", true) +

@@ -1,6 +1,7 @@
 #ifndef JQHOST_RECORD_RUN_RECORD_H
 #define JQHOST_RECORD_RUN_RECORD_H
 
+#include <array>
 #include <opencv2/core.hpp>
 #include <optional>
 #include <string>
@@ -36,6 +37,9 @@ struct RunRecord {
   cv::Size pictureSize;
   cv::Point firstCorner;  ///< of the first frame in the picture
   std::string trimmedBy;  ///< "content box", "placed frames" or "nothing"
+  /// Of a pixel of the picture, in metres; known only where somebody told it.
+  std::optional<cv::Size2d> pixelSize;
+  std::optional<std::array<int, 3>> background;  ///< red, green, blue in the saved picture
   std::optional<TruthComparison> truth;
 };
 

@@ -71,7 +71,7 @@ Picture PushSession::PictureSoFar(bool trim) const {
   return OrFirstFrame(TakePicture(m_stitcher, trim), *m_judge);
 }
 
-Picture PushSession::FinalPicture(bool trim) {
+Picture PushSession::FinalPicture(bool trim) const {
   if (!m_judge) return Picture();
   return OrFirstFrame(trim ? TrimPicture(m_stitcher) : TakePicture(m_stitcher, false), *m_judge);
 }

@@ -31,8 +31,8 @@ class PushSession {
 
   /// The picture so far, which belongs to the stitcher; the run can go on.
   Picture PictureSoFar(bool trim) const;
-  /// Ends the run. The stitcher trims, where its box holds all frames.
-  Picture FinalPicture(bool trim);
+  /// The picture at the end of the run, cut where the stitcher would cut it.
+  Picture FinalPicture(bool trim) const;
   /// Writes into the record what must be known to find frames in the picture.
   void Describe(const Picture& picture, RunRecord& record) const;
 

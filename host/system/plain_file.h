@@ -44,6 +44,13 @@ class NewFile {
 /// move last through a loss of power where the system can.
 std::error_code ReplaceFile(const std::string& from, const std::string& to);
 
+/// Lets two folders of one disk change names, in one step. Where the system cannot do
+/// that, in two, between which nothing stands under the name `b`.
+std::error_code ExchangeFolders(const std::string& a, const std::string& b);
+
+/// Brings to the disk what was written on the disk of this folder.
+void FlushDisk(const std::string& folder);
+
 void RemoveFile(const std::string& path);
 
 /// The number of this process, and whether one of that number is running.

@@ -88,6 +88,28 @@ std::error_code ReplaceFile(const std::string& from, const std::string& to) {
   return std::error_code();
 }
 
+std::error_code ExchangeFolders(const std::string& a, const std::string& b) {
+  if (renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0) {
+    return std::error_code();
+  }
+  // Some file systems do not know the exchange.
+  if (errno != EINVAL && errno != ENOSYS) return LastError();
+  const std::string aside = a + ".old";
+  if (rename(b.c_str(), aside.c_str()) != 0) return LastError();
+  if (rename(a.c_str(), b.c_str()) != 0) {
+    const std::error_code error = LastError();
+    return rename(aside.c_str(), b.c_str()) != 0 ? LastError() : error;
+  }
+  return rename(aside.c_str(), a.c_str()) != 0 ? LastError() : std::error_code();
+}
+
+void FlushDisk(const std::string& folder) {
+  const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (file < 0) return;
+  syncfs(file);
+  close(file);
+}
+
 void RemoveFile(const std::string& path) {
   unlink(path.c_str());
 }

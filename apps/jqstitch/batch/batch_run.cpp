@@ -52,7 +52,7 @@ int BatchRun::StopBefore(BatchSession& session, const InterruptGuard& guard) {
   m_recorder.Record().frames = session.Results();
   m_recorder.Record().stoppedBy = guard.Reason();
   m_recorder.Note(std::string("Stopped by ") + guard.Reason() + " before anything was stitched");
-  return m_recorder.Deliver(Picture());
+  return m_recorder.Deliver(Picture(), jqhost::StopToken());
 }
 
 int BatchRun::Refuse(BatchSession& session) {
@@ -65,7 +65,7 @@ int BatchRun::Refuse(BatchSession& session) {
   m_recorder.Record().frames = session.Results();
   m_recorder.Note(
       "Nothing was stitched; correct the files named, or leave them out with --skip-bad");
-  return m_recorder.Deliver(Picture());
+  return m_recorder.Deliver(Picture(), jqhost::StopToken());
 }
 
 int BatchRun::Deliver(BatchSession& session, const InterruptGuard& guard) {
@@ -77,12 +77,12 @@ int BatchRun::Deliver(BatchSession& session, const InterruptGuard& guard) {
                                          : std::string("the run ended before"));
   jqhost::RunRecord& record = m_recorder.Record();
   record.frames = session.Results();
-  const Picture picture = session.FinalPicture(m_options.run.trim);
-  if (const std::string note = TrimNote(picture, m_options.run.trim); !note.empty()) {
+  const Picture picture = session.FinalPicture(m_options.run.picture.trim);
+  if (const std::string note = TrimNote(picture, m_options.run.picture.trim); !note.empty()) {
     m_recorder.Note(note);
   }
   session.Describe(picture, record);
-  return m_recorder.Deliver(picture);
+  return m_recorder.Deliver(picture, guard.Token());
 }
 
 }  // namespace jqstitch

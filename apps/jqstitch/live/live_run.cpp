@@ -62,13 +62,13 @@ int LiveRun::Run() {
                                  : std::string("the source gave no frames"));
   }
   m_recorder.NoteSamples(m_preparation);
-  const Picture picture = m_session.FinalPicture(m_options.run.trim);
-  if (const std::string note = TrimNote(picture, m_options.run.trim); !note.empty()) {
+  const Picture picture = m_session.FinalPicture(m_options.run.picture.trim);
+  if (const std::string note = TrimNote(picture, m_options.run.picture.trim); !note.empty()) {
     m_recorder.Note(note);
   }
   m_session.Describe(picture, record);
   if (m_session.HasStarted()) m_files.SavePreview();
-  return m_recorder.Deliver(picture);
+  return m_recorder.Deliver(picture, guard.Token());
 }
 
 void LiveRun::OnBegin(int total) {

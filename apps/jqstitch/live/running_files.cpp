@@ -1,6 +1,7 @@
 #include "live/running_files.h"
 
 #include "host/output/picture.h"
+#include "host/output/save_picture.h"
 #include "run/seconds_since.h"
 
 namespace jqstitch {
@@ -24,7 +25,7 @@ void RunningFiles::Refresh(const jqhost::FrameResult& result) {
     m_unsaved = m_placed > 1;
   }
   if (m_unsaved && m_options.saveEvery > 0 && SecondsSince(m_lastSave) >= m_options.saveEvery) {
-    Save(m_options.run.output, 0, false);
+    Save(false);
     m_lastSave = Clock::now();
     m_unsaved = false;
   }
@@ -36,19 +37,28 @@ void RunningFiles::Refresh(const jqhost::FrameResult& result) {
 }
 
 void RunningFiles::SavePreview() {
-  if (!m_options.preview.empty()) Save(m_options.preview, kPreviewSide, true);
+  if (!m_options.preview.empty()) Save(true);
 }
 
-// While frames come in, a picture that cannot be saved is no reason to stop.
-void RunningFiles::Save(const std::string& path, int longest, bool isPreview) {
+// While frames come in, what cannot be saved is no reason to stop.
+void RunningFiles::Save(bool isPreview) {
+  const PictureOptions& options = m_options.run.picture;
+  const bool grey = m_preparation.Summary().grey;
+  jqhost::SaveOptions save;
   try {
-    const cv::Mat whole = m_session.PictureSoFar(m_options.run.trim).image;
-    const cv::Mat image = longest > 0 ? jqhost::Shrink(whole, longest, m_options.run.background)
-                                      : jqhost::WithBackground(whole, m_options.run.background);
-    const bool grey = m_preparation.Summary().grey;
-    jqhost::SavePicture(path, grey ? jqhost::AsGrey(image, m_options.run.background) : image);
+    cv::Mat image = m_session.PictureSoFar(options.trim).image;
+    if (isPreview) {
+      save.path = m_options.preview;
+      image = jqhost::Shrink(image, kPreviewSide, options.background);
+      if (grey) image = jqhost::AsGrey(image, options.background);
+    } else {
+      const jqhost::FrameJudge& judge = m_session.Judge();
+      save = MakeSaveOptions(options, grey,
+                             PicturePixelSize(options, judge.FrameSize(), judge.WorkingSize()));
+    }
+    jqhost::SavePicture(image, save, jqhost::SaveProgress(), jqhost::StopToken());
     m_console.Event({{"event", isPreview ? "preview" : "picture"},
-                     {"path", path},
+                     {"path", save.path},
                      {"width", image.cols},
                      {"height", image.rows},
                      {"final", false}});

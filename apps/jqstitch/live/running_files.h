@@ -26,7 +26,7 @@ class RunningFiles {
  private:
   using Clock = std::chrono::steady_clock;
 
-  void Save(const std::string& path, int longest, bool isPreview);
+  void Save(bool isPreview);
 
   const LiveOptions& m_options;
   Console& m_console;

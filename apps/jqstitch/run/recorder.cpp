@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <new>
 
 #include "exit_codes.h"
 #include "host/input_error.h"
 #include "host/output/atomic_file.h"
+#include "host/output/coverage.h"
+#include "host/output/save_picture.h"
+#include "host/output/scale_bar.h"
 #include "host/record/html_report.h"
 #include "host/record/json_report.h"
 #include "host/system/process_memory.h"
@@ -21,6 +25,8 @@ using jqhost::Picture;
 
 namespace jqstitch {
 namespace {
+
+constexpr int kWorthABar = 20;  // megapixels
 
 bool IsJsonReport(const std::string& path) {
   return std::filesystem::path(path).extension() == ".json";
@@ -41,7 +47,7 @@ void Recorder::OnBegin(int total) {
     m_console.Event({{"event", "start"},
                      {"command", m_record.command},
                      {"total", total > 0 ? nlohmann::json(total) : nlohmann::json()},
-                     {"output", m_options.output}});
+                     {"output", m_options.picture.output}});
   }
   m_begun = true;
   m_console.StartProgress(total, "frames");
@@ -91,31 +97,69 @@ void Recorder::Fail(const std::string& what) {
 // The first frame alone is no reason to replace a picture that stands there already.
 bool Recorder::MaySave() const {
   std::error_code error;
-  return !OnlyFirstPlaced(m_record) || !std::filesystem::exists(m_options.output, error);
+  return !OnlyFirstPlaced(m_record) || !std::filesystem::exists(m_options.picture.output, error);
 }
 
-bool Recorder::Save(const Picture& picture, cv::Mat& image) {
-  std::string problem;
-  try {
-    image = jqhost::WithBackground(picture.image, m_options.background);
-    m_record.picture = jqhost::SavePictureSomehow(
-        m_options.output,
-        m_record.samples.grey ? jqhost::AsGrey(image, m_options.background) : image, problem);
-  } catch (const InputError& error) {
-    problem = error.what();
-  } catch (const std::bad_alloc&) {
-    problem = "cannot write '" + m_options.output + "': out of memory";
+bool Recorder::Save(const Picture& picture, const jqhost::StopToken& stop) {
+  const auto save = [this](const std::string& path, const std::function<bool()>& write) {
+    try {
+      if (write()) return true;
+      Fail("saving '" + path + "' was stopped; what stood there is left as it was");
+    } catch (const InputError& error) {
+      Fail(error.what());
+    } catch (const std::bad_alloc&) {
+      Fail("cannot write '" + path + "': out of memory");
+    }
+    return false;
+  };
+  m_record.pictureSize = picture.image.size();
+  m_record.pixelSize =
+      PicturePixelSize(m_options.picture, m_record.frameSize, m_record.workingSize);
+  m_record.background = m_options.picture.background;
+  const bool saved = save(m_options.picture.output, [&] { return SavePicture(picture, stop); });
+  const std::string& mask = m_options.picture.coverage;
+  const bool masked = mask.empty() || save(mask, [&] { return SaveCoverage(stop); });
+  return saved && masked && m_failures.empty();
+}
+
+bool Recorder::SavePicture(const Picture& picture, const jqhost::StopToken& stop) {
+  const jqhost::SaveOptions options =
+      MakeSaveOptions(m_options.picture, m_record.samples.grey, m_record.pixelSize);
+  if (options.scaleBar && !jqhost::PlanScaleBar(picture.image.size(), options.pixelSize->width)) {
+    Note("The picture is too small for a scale bar");
   }
-  if (!problem.empty()) Fail(problem);
-  if (m_record.picture.empty()) return false;
-  m_record.pictureSize = image.size();
+  const jqhost::SavedPicture saved = jqhost::SavePictureSomehow(
+      picture.image, options, ShowProgress(picture.image.size(), options.path), stop);
+  m_console.EndProgress();
+  if (saved.path.empty()) return false;
+  if (!saved.problem.empty()) Fail(saved.problem);
+  m_record.picture = saved.path;
   m_record.trimmedBy = picture.trimmedBy;
   m_console.Event({{"event", "picture"},
                    {"path", m_record.picture},
-                   {"width", image.cols},
-                   {"height", image.rows},
+                   {"width", picture.image.cols},
+                   {"height", picture.image.rows},
                    {"final", true}});
-  return problem.empty();
+  return true;
+}
+
+bool Recorder::SaveCoverage(const jqhost::StopToken& stop) {
+  jqhost::SaveOptions options;
+  options.path = m_options.picture.coverage;
+  options.pixelSize = m_record.pixelSize;
+  return jqhost::SavePixels(jqhost::CoveragePixels(m_record), options, jqhost::SaveProgress(),
+                            stop);
+}
+
+// Of a picture that takes a while.
+jqhost::SaveProgress Recorder::ShowProgress(cv::Size size, const std::string& path) {
+  const int megapixels = static_cast<int>(1e-6 * size.width * size.height);
+  if (megapixels < kWorthABar) return jqhost::SaveProgress();
+  const std::string status = "Saving " + std::filesystem::path(path).filename().string();
+  m_console.StartProgress(megapixels, "megapixels");
+  return [this, megapixels, status](double share) {
+    m_console.Progress(static_cast<int>(share * megapixels), status);
+  };
 }
 
 bool Recorder::WriteReports(const cv::Mat& image) {
@@ -144,19 +188,19 @@ void Recorder::CompareWithTruth() {
   m_record.truth = jqhost::CompareWithTruth(m_record.frames, *m_truth, scale);
 }
 
-int Recorder::Deliver(const Picture& picture) {
+int Recorder::Deliver(const Picture& picture, const jqhost::StopToken& stop) {
   m_console.EndProgress();
-  cv::Mat image;
+  const jqhost::StopToken never;
   bool saved = false;
   if (!picture.image.empty() && !MaySave()) {
     saved = true;
-    Note("'" + m_options.output + "' is left as it was, because no frame was placed");
+    Note("'" + m_options.picture.output + "' is left as it was, because no frame was placed");
   } else if (!picture.image.empty()) {
-    saved = Save(picture, image);
+    saved = Save(picture, stop.Requested() ? never : stop);
   }
   m_record.seconds = SecondsSince(m_start);
   CompareWithTruth();
-  const bool reported = WriteReports(image);
+  const bool reported = WriteReports(picture.image);
   const int exitCode = saved && reported ? ExitCodeOf(OutcomeOf(m_record)) : kExitWrongInput;
   m_console.Say(SummaryText(m_record));
   for (const std::string& failure : m_failures) {

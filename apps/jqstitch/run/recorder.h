@@ -7,8 +7,10 @@
 
 #include "console/console.h"
 #include "host/output/picture.h"
+#include "host/output/save_options.h"
 #include "host/record/run_record.h"
 #include "host/run/run_observer.h"
+#include "host/run/stop_token.h"
 #include "host/source/frame_preparation.h"
 #include "run/run_options.h"
 #include "words/run_words.h"
@@ -38,13 +40,18 @@ class Recorder : public jqhost::RunObserver {
   /// Ends the run: saves the picture, if there is one, compares with the truth,
   /// writes the reports, prints the summary. What cannot be written is told, and
   /// the rest is still delivered.
+  /// @param stop ends the saving of the picture, unless it was requested before: then it
+  ///        ended the run, whose picture is to be saved
   /// @return the exit code
-  int Deliver(const jqhost::Picture& picture);
+  int Deliver(const jqhost::Picture& picture, const jqhost::StopToken& stop);
 
  private:
   nlohmann::json FrameEvent(const jqhost::FrameResult& result) const;
   bool MaySave() const;
-  bool Save(const jqhost::Picture& picture, cv::Mat& image);
+  bool Save(const jqhost::Picture& picture, const jqhost::StopToken& stop);
+  bool SavePicture(const jqhost::Picture& picture, const jqhost::StopToken& stop);
+  bool SaveCoverage(const jqhost::StopToken& stop);
+  jqhost::SaveProgress ShowProgress(cv::Size size, const std::string& path);
   bool WriteReports(const cv::Mat& image);
   void Fail(const std::string& what);
   void CompareWithTruth();

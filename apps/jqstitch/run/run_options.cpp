@@ -16,21 +16,6 @@ namespace fs = std::filesystem;
 namespace jqstitch {
 namespace {
 
-std::array<int, 3> ParseColour(const std::string& text) {
-  std::array<int, 3> colour{};
-  char rest = 0;
-  const bool digitsOnly = text.find_first_not_of("0123456789,") == std::string::npos;
-  const int read =
-      std::sscanf(text.c_str(), "%4d,%4d,%4d%c", colour.data(), &colour[1], &colour[2], &rest);
-  if (!digitsOnly || read != 3 || colour[0] > 255 || colour[1] > 255 || colour[2] > 255) {
-    throw CLI::ValidationError("--background",
-                               "'" + text +
-                                   "' is not a colour R,G,B of three numbers from 0 to 255, "
-                                   "such as 255,255,255");
-  }
-  return colour;
-}
-
 std::string CheckReportName(const std::string& path) {
   const std::string extension = fs::path(path).extension().string();
   if (extension == ".json" || extension == ".html" || extension == ".htm") return std::string();
@@ -55,17 +40,7 @@ void AddMaxPixelsOption(CLI::App& command, std::int64_t& maxPixels) {
 }
 
 void AddRunOptions(CLI::App& command, RunOptions& options) {
-  command.add_option("-o,--output", options.output, "picture to write, such as mosaic.png")
-      ->required()
-      ->type_name("FILE");
-  command.add_flag("--trim,!--no-trim", options.trim,
-                   "cut the picture to the placed frames (default), or keep its black border");
-  command
-      .add_option_function<std::string>(
-          "--background",
-          [&options](const std::string& text) { options.background = ParseColour(text); },
-          "colour of what no frame covers, 0 to 255 each (black)")
-      ->type_name("R,G,B");
+  AddPictureOptions(command, options.picture);
   command
       .add_option("--report", options.reports,
                   "write a report: FILE.json, or FILE.html with the path of the frames; repeatable")
@@ -95,7 +70,8 @@ void SetThreads(int threads) {
 }
 
 std::vector<std::string> OutputPaths(const RunOptions& options, const std::string& preview) {
-  std::vector<std::string> paths = {options.output};
+  std::vector<std::string> paths = {options.picture.output};
+  if (!options.picture.coverage.empty()) paths.push_back(options.picture.coverage);
   paths.insert(paths.end(), options.reports.begin(), options.reports.end());
   if (!preview.empty()) paths.push_back(preview);
   return paths;
@@ -123,7 +99,7 @@ void CheckOutputs(const RunOptions& options, const std::string& preview) {
     jqhost::RemoveAbandonedTemporaries(paths[i]);
     jqhost::CheckWritable(paths[i]);
   }
-  jqhost::CheckPictureFormat(options.output);
+  CheckPictureFormats(options.picture);
   if (!preview.empty()) jqhost::CheckPictureFormat(preview);
 }
 

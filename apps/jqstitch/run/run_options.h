@@ -1,13 +1,12 @@
 #ifndef JQSTITCH_RUN_RUN_OPTIONS_H
 #define JQSTITCH_RUN_RUN_OPTIONS_H
 
-#include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/source/picture_reader.h"
+#include "run/picture_options.h"
 
 namespace CLI {
 class App;
@@ -17,10 +16,8 @@ namespace jqstitch {
 
 /// What `batch` and `live` have in common.
 struct RunOptions {
-  std::string output;
-  bool trim = true;
-  std::optional<std::array<int, 3>> background;  ///< red, green, blue
-  std::vector<std::string> reports;              ///< .json or .html
+  PictureOptions picture;
+  std::vector<std::string> reports;  ///< .json or .html
   std::string truth;
   bool json = false;
   bool quiet = false;
