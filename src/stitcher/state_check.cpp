@@ -33,7 +33,6 @@ void CheckMoment(const JQStitchingMoment& moment, cv::Size mosaic) {
   if (mosaic.empty()) {
     Require(moment.frameCount == 0, "frames are counted without a mosaic");
     Require(moment.placedBounds == cv::Rect(), "frames are placed without a mosaic");
-    Require(record.offsetX == 0 && record.offsetY == 0, "an offset was measured without a mosaic");
   } else {
     // Far from where the next frames would count beyond the type.
     Require(moment.frameCount >= 1 && moment.frameCount <= (1 << 30),
@@ -41,10 +40,10 @@ void CheckMoment(const JQStitchingMoment& moment, cv::Size mosaic) {
     Require(LiesInside(moment.placedBounds, mosaic), "the placed bounds leave the mosaic");
     Require(LiesInside(cv::Rect(record.positionX, record.positionY, 1, 1), mosaic),
             "the position leaves the mosaic");
-    Require(
-        IsSmallerThan(record.offsetX, mosaic.width) && IsSmallerThan(record.offsetY, mosaic.height),
-        "the offset leaves the mosaic");
   }
+  const cv::Size reach = mosaic.empty() ? moment.reference.size() : mosaic;
+  Require(IsSmallerThan(record.offsetX, reach.width) && IsSmallerThan(record.offsetY, reach.height),
+          "the offset leaves the pictures");
   Require(moment.verdict.cause >= JQFrameCause::kNone &&
               moment.verdict.cause <= JQFrameCause::kShiftTooLarge,
           "the verdict's cause is unknown");
