@@ -70,4 +70,4 @@ fi
 : "${build:=$name}"
 cmake -S . -B "$build" -G Ninja "${options[@]}"
 cmake --build "$build"
-ctest --test-dir "$build" --output-on-failure --no-tests=error -j "$(nproc)" "$@"
+scripts/run_tests.sh "$build" "$@"

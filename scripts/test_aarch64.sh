@@ -47,7 +47,5 @@ for processor in "${processors[@]}"; do
     *) echo "--cpu takes neon or sve, not '$processor'" >&2; exit 2 ;;
   esac
   echo "== $processor: emulating $QEMU_CPU, $JQ_TEST_ROUNDS rounds of each random test"
-  # Which tests there are depends on the vector levels, so the lists are made anew.
-  find "$build" -name '*_tests.cmake' -delete
-  ctest --test-dir "$build" --output-on-failure --no-tests=error -j "$(nproc)" "$@"
+  scripts/run_tests.sh "$build" "$@"
 done
