@@ -37,16 +37,17 @@ class GradientTable {
   }
 
   void add(int gx, int gy, std::uint16_t* bins) const {
-    const unsigned value = m_entries[static_cast<size_t>((gy + kZero) * kSide + gx + kZero)];
-    std::uint16_t& bin = bins[value % kBins];
-    bin = static_cast<std::uint16_t>(bin + value / kBins);
+    const unsigned value = m_entries[Index(gx, gy)];
+    const unsigned o = value % kBins;
+    bins[o] = static_cast<std::uint16_t>(bins[o] + value / kBins);
   }
 
  private:
   static constexpr int kZero = 256, kSide = 2 * kZero;
-  std::uint16_t& entry(int x, int y) {
-    return m_entries[static_cast<size_t>((y + kZero) * kSide + x + kZero)];
+  static size_t Index(int x, int y) {
+    return static_cast<size_t>(y + kZero) * kSide + static_cast<size_t>(x + kZero);
   }
+  std::uint16_t& entry(int x, int y) { return m_entries[Index(x, y)]; }
   std::vector<std::uint16_t> m_entries;
 };
 
