@@ -84,12 +84,10 @@ _tagJQIMG* Stitcher::Stitching(_tagJQIMG* img, int nOverlapMode, int nDetectLeve
   m_algorithm.m_pairCount = 0;
 
   if (!m_pOutImage && m_curFrame.empty() && m_resultMat.empty()) {
-    cv::Mat frame;
-    ConvertJQImgToCv8UC3(img, frame);
     m_nOverlapMode = nOverlapMode;
     m_nStitchState = 1;
     m_algorithm.SetParameter(nDetectLevel, nCornerBudget, nOverlapMode, 1);
-    m_curFrame = frame;
+    ConvertJQImgToCv8UC3(img, m_curFrame);
     m_algorithm.JudgeImageChannel(m_curFrame, m_curFrame);
     m_pOutImage = std::make_unique<_tagJQIMG>();
     FillRecord(img, m_curFrame);
