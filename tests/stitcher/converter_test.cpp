@@ -87,6 +87,20 @@ TEST_F(Converter, ThatLeavesTheMatrixAloneFailsTheCall) {
   }
 }
 
+// The run has begun with a frame of no pixels, and no frame fits to that one.
+TEST_F(Converter, ThatLeavesTheFirstMatrixAloneStartsARunThatNoFrameFits) {
+  for (const int mode : {0, 1}) {
+    JQImageStitching stitcher;
+    EXPECT_EQ(Feed(stitcher, 100, Way::kLeaveAlone, mode), Outcome::kReturned);
+    for (int k = 0; k < 2; ++k) {
+      EXPECT_EQ(Feed(stitcher, 160, Way::kFill, mode), Outcome::kImageLibraryError);
+      EXPECT_TRUE(stitcher.GetMosaic().empty());
+      EXPECT_FALSE(stitcher.IsLastFrameAccepted());
+      EXPECT_FALSE(stitcher.CutEdge());
+    }
+  }
+}
+
 TEST_F(Converter, MayAssignAMatrixOfItsOwn) {
   JQImageStitching stitcher, control;
   for (int k = 0; k < 5; ++k) {

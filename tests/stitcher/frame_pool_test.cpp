@@ -57,6 +57,32 @@ TEST(FramePool, AMatrixOutlivesTheLastStitcher) {
   EXPECT_EQ(cv::sum(kept)[0], 6 * 20 * 30);
 }
 
+// The pool keeps the memory of the others' frames, and what a host still holds of the
+// dead one's.
+TEST(FramePool, OneOfSeveralStitchersDies) {
+  const auto feed = [](JQImageStitching& stitcher, int grey) {
+    HostRecord record(cv::Mat(40, 50, CV_8UC3, cv::Scalar::all(grey)));
+    stitcher.Stitching(record.get(), 1, 1, 8);
+    EXPECT_EQ(cv::sum(inside::CurFrame(stitcher))[2], grey * 40.0 * 50.0);
+  };
+  JQImageStitching first, last;
+  cv::Mat kept;
+  {
+    JQImageStitching middle;
+    for (int grey = 60; grey < 64; ++grey) {
+      feed(first, grey);
+      feed(middle, grey + 10);
+      feed(last, grey + 20);
+    }
+    kept = inside::CurFrame(middle);
+  }
+  for (int grey = 64; grey < 68; ++grey) {
+    feed(last, grey + 20);
+    feed(first, grey);
+    EXPECT_EQ(cv::sum(kept)[0], 73.0 * 40 * 50);
+  }
+}
+
 TEST(FramePool, ServesStitchersOnSeveralThreads) {
   const auto work = [](int seed) {
     for (int round = 0; round < 20; ++round) {

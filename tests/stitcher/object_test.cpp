@@ -80,6 +80,32 @@ TEST(StitcherObject, TypesOfTheCanvasState) {
   static_assert(!std::is_copy_constructible<JQImageStitching>::value, "");
 }
 
+// A host compiled against an older header of this version reads and writes these where
+// they were: after the base (two pointers), one pointer and one point, each member at its
+// size's multiple.
+TEST(StitcherObject, TheMembersStayWhereTheyWere) {
+  if (sizeof(void*) != 8) GTEST_SKIP() << "the offsets are those of 64-bit systems";
+  ASSERT_EQ(sizeof(QObject), 16u);
+  ASSERT_EQ(sizeof(cv::Mat), 96u);
+  const JQImageStitching stitcher;
+  const auto offset = [&](const auto& member) {
+    return reinterpret_cast<const char*>(&member) - reinterpret_cast<const char*>(&stitcher);
+  };
+  EXPECT_EQ(offset(stitcher.m_canvasRows), 32);
+  EXPECT_EQ(offset(stitcher.m_canvasCols), 36);
+  EXPECT_EQ(offset(stitcher.m_frameSize), 40);
+  EXPECT_EQ(offset(stitcher.m_framePos), 48);
+  EXPECT_EQ(offset(stitcher.m_frameRows), 56);
+  EXPECT_EQ(offset(stitcher.m_frameCols), 60);
+  EXPECT_EQ(offset(stitcher.m_frameOffset), 72);
+  EXPECT_EQ(offset(stitcher.m_cutRect), 80);
+  EXPECT_EQ(offset(stitcher.m_contentRect), 96);
+  EXPECT_EQ(offset(stitcher.m_resultMat), 208);
+  EXPECT_EQ(offset(stitcher.m_fileList), 424);
+  // The list, a matrix, a word, two points, two, four numbers and one pointer more.
+  EXPECT_EQ(sizeof stitcher, 424 + sizeof(QList<QString>) + 96 + 8 + 16 + 96 + 8 + 16 + 8);
+}
+
 TEST(StitcherObject, TenMatchesAreNoValidOffset) {
   JQImageStitching stitcher;
   inside::Flags(stitcher) = {10, 33, -44, 5, 6, 1};
