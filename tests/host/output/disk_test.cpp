@@ -43,7 +43,9 @@ class Noise : public jqhost::PixelSource {
 class Disk : public SaveCase {
  protected:
   void TearDown() override {
-    if (m_mounted) EXPECT_EQ(umount(m_folder.Path().c_str()), 0);
+    if (m_mounted) {
+      EXPECT_EQ(umount(m_folder.Path().c_str()), 0);
+    }
   }
   bool MountSmallDisk() {
     m_mounted = mount("tmpfs", m_folder.Path().c_str(), "tmpfs", 0, "size=3m,nr_inodes=500") == 0;
@@ -142,8 +144,7 @@ TEST_F(Disk, AFullDiskLeavesWhatStoodThere) {
   }
 }
 
-// The sample is the whole of a small picture; 16-bit offsets of a byte more or less in the
-// packing do not matter.
+// Noise cannot be packed: 3 bytes a pixel, and a third more for the reduced levels.
 TEST(DiskSpace, EstimatesWithinATenth) {
   const Noise noise({3000, 2000}, false);
   jqhost::SaveOptions options;
