@@ -4,6 +4,7 @@
 
 #include "report/batch_section.h"
 #include "report/flat_section.h"
+#include "report/growth_section.h"
 #include "report/heap_count.h"
 #include "report/live_section.h"
 #include "report/memory_section.h"
@@ -106,6 +107,19 @@ void FlatSection(const Options& options) {
   Print(options.quick ? FlatTable({320, 240}, 10000000, 20) : FlatTable({2592, 1944}, kLarge, 60));
 }
 
+bool GrowthSection(const Options& options) {
+  bool equal = true;
+  Print("\n## Growth of the mosaic\n\n" + GrowthHeader());
+  if (options.quick) {
+    Print(GrowthRows({320, 240}, {2, 2}, 1, equal));
+  } else {
+    Print(GrowthRows({2592, 1944}, {2, 2}, 9, equal));
+    Print(GrowthRows({2592, 1944}, {9, 8}, 5, equal));
+  }
+  Print(std::string("\nold pixels in place, the rest black: ") + (equal ? "yes" : "NO") + "\n");
+  return equal;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -122,6 +136,7 @@ int main(int argc, char** argv) {
   if (options.wants("stages")) StageSection(options);
   if (options.wants("memory")) MemorySection(options);
   if (options.wants("flat")) FlatSection(options);
+  if (options.wants("growth")) equal = GrowthSection(options) && equal;
   Print(cv::format("\nPeak resident memory of the whole report: %.0f MiB\n",
                    static_cast<double>(PeakResident()) / (1024.0 * 1024.0)));
   return equal ? 0 : 1;

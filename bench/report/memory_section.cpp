@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "jqstitchingalgorithm.h"
+#include "picture/growable_pixels.h"
 #include "reference/algorithm.h"
 #include "report/heap_count.h"
 #include "report/process.h"
@@ -52,7 +53,9 @@ Use Measure(cv::Size size, int overlapMode) {
                                  flags);
   };
   offset(0, 1);
-  const std::size_t pictures = mosaic.total() * mosaic.elemSize();
+  // A growable mosaic is no part of the heap.
+  const std::size_t pictures =
+      jqstitching::IsGrowable(mosaic) ? 0 : mosaic.total() * mosaic.elemSize();
   offset(1, 2);
 
   const std::size_t keptEarly = HeapLive();

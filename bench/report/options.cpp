@@ -33,7 +33,8 @@ int Options::framesFor(cv::Size size, int full) const {
 }
 
 bool ParseOptions(int argc, char** argv, Options& options, int& exitCode) {
-  const std::vector<std::string> known{"live", "batch", "pair", "stages", "memory", "flat"};
+  const std::vector<std::string> known{"live",   "batch", "pair",  "stages",
+                                       "memory", "flat",  "growth"};
   std::vector<std::string> sizes;
   CLI::App app("Measures the library beside the plain twin, frame by frame, and compares results");
   app.add_option("--size", sizes, "Frame sizes, such as 640x480")->check(CheckSize);

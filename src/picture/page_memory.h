@@ -7,7 +7,7 @@ namespace jqstitching {
 
 /// Memory that the system can make longer or shorter without copying it. Sizes are in
 /// bytes, more than 0, and the caller keeps them: the size of a block is the one it was
-/// last given. One file for each kind of system holds these three functions.
+/// last given. One file for each kind of system holds these functions.
 
 /// A new block, all 0; null where the memory cannot be had.
 void* TakePages(std::size_t bytes);
@@ -17,6 +17,10 @@ void* TakePages(std::size_t bytes);
 /// pages. Returns null where the memory cannot be had: the block is as before then. To
 /// make a block shorter always succeeds.
 void* ResizePages(void* block, std::size_t from, std::size_t to);
+
+/// Says that these bytes of a block are about to be written, so that the system can hand
+/// out their pages at one go instead of one by one. A hint: nothing changes.
+void ExpectWrites(void* from, std::size_t bytes);
 
 void ReturnPages(void* block, std::size_t bytes);
 

@@ -44,6 +44,18 @@ void* ResizePages(void* block, std::size_t from, std::size_t to) {
   return to < from ? block : nullptr;
 }
 
+void ExpectWrites(void* from, std::size_t bytes) {
+#ifdef MADV_POPULATE_WRITE
+  // Whole pages only. Where the kernel is too old for it, each page comes when it is written.
+  const std::size_t before = -reinterpret_cast<std::uintptr_t>(from) % PageSize();
+  if (bytes <= before) return;
+  madvise(static_cast<std::uint8_t*>(from) + before, (bytes - before) / PageSize() * PageSize(),
+          MADV_POPULATE_WRITE);
+#else
+  static_cast<void>(from), static_cast<void>(bytes);
+#endif
+}
+
 void ReturnPages(void* block, std::size_t bytes) {
   munmap(block, WholePages(bytes));
 }

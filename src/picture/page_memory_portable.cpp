@@ -19,6 +19,8 @@ void* ResizePages(void* block, std::size_t from, std::size_t to) {
   return moved;
 }
 
+void ExpectWrites(void*, std::size_t) {}
+
 void ReturnPages(void* block, std::size_t) {
   std::free(block);
 }

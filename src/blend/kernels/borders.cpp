@@ -7,6 +7,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "picture/growable_pixels.h"
+#include "picture/page_memory.h"
 
 namespace jqstitching {
 namespace {
@@ -44,6 +45,8 @@ void Spread(uchar* pixels, const RowPlaces& places) {
   const auto blacken = [&](std::size_t from, std::size_t to) {
     if (from < used) std::memset(pixels + from, 0, std::min(to, used) - from);
   };
+  const std::size_t end = places.spread(places.rows - 1) + places.innerStep;
+  if (end > used) ExpectWrites(pixels + used, end - used);
   for (int r = places.rows - 1; r >= 0; --r) {
     const std::size_t to = places.spread(r);
     if (to != places.packed(r))
