@@ -69,9 +69,11 @@ HeapUse HeapUse::Now() {
   use.blocks = g_blocks.load();
   long total = 0, resident = 0;
   if (std::FILE* file = std::fopen("/proc/self/statm", "r")) {
-    if (std::fscanf(file, "%ld %ld", &total, &resident) != 2) resident = 0;
+    if (std::fscanf(file, "%ld %ld", &total, &resident) != 2) total = resident = 0;
     std::fclose(file);
   }
-  use.residentBytes = static_cast<std::size_t>(resident) * static_cast<std::size_t>(getpagesize());
+  const std::size_t page = static_cast<std::size_t>(getpagesize());
+  use.residentBytes = static_cast<std::size_t>(resident) * page;
+  use.addressBytes = static_cast<std::size_t>(total) * page;
   return use;
 }
