@@ -77,8 +77,7 @@ bool IsGrowable(const cv::Mat& picture) {
 
 bool IsGrowableAlone(const cv::Mat& picture, int headers) {
   // Read in one piece: another thread may just be giving its header back.
-  return IsGrowable(picture) && CV_XADD(&picture.u->refcount, 0) <= headers &&
-         CV_XADD(&picture.u->urefcount, 0) == 0;
+  return IsGrowable(picture) && CV_XADD(&picture.u->refcount, 0) <= headers;
 }
 
 bool ResizePixels(cv::Mat& picture, int rows, int cols) {

@@ -109,6 +109,7 @@ TEST(Borders, WhatWasTakenAwayLeavesNoTrace) {
       if (random.OneIn(2)) {
         expected = Plain(expected, borders);
         AddBorders(picture, borders, 1);
+        ASSERT_TRUE(SameMatrix(picture, expected));
         const cv::Mat noise = pictures::Noise(random, picture.size(), picture.type());
         noise.copyTo(picture);
         noise.copyTo(expected);
