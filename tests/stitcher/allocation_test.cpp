@@ -109,6 +109,7 @@ struct Row {
   int mode;
   int target;  // the frame whose call fails; 1 makes the mosaic
   bool grows;  // whether that frame makes or grows the mosaic
+  int undoDepth = 0;
 };
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -146,13 +147,19 @@ class Allocation : public ::testing::TestWithParam<Row> {
   // Whether the call failed, with the n-th allocation refused.
   bool FeedWithFailure(JQImageStitching& stitcher, int frame, long n) {
     HostRecord record(m_frames[frame]);
+    return WithFailure(
+        n, [&] { stitcher.Stitching(record.get(), GetParam().mode, GetParam().level, 8); });
+  }
+
+  template <class Call>
+  bool WithFailure(long n, Call call) {
     g_countMatrices = GetParam().matrices;
     g_countNew = !GetParam().matrices;
     g_failed = false;
     g_left = n;
     bool threw = false;
     try {
-      stitcher.Stitching(record.get(), GetParam().mode, GetParam().level, 8);
+      call();
     } catch (const std::bad_alloc&) {
       threw = true;
     } catch (const cv::Exception&) {
@@ -173,6 +180,7 @@ TEST_P(Allocation, FailureAnywhereInAFrameLeavesTheRun) {
   const int target = GetParam().target;
   const int count = static_cast<int>(m_frames.size());
   JQImageStitching control;
+  control.SetUndoDepth(GetParam().undoDepth);
   cv::Size grownFrom;
   for (int k = 0; k < count; ++k) {
     if (k == target) grownFrom = control.GetMosaic().size();
@@ -187,8 +195,10 @@ TEST_P(Allocation, FailureAnywhereInAFrameLeavesTheRun) {
   for (long n = 0;; ++n) {
     SCOPED_TRACE("allocation " + std::to_string(n));
     JQImageStitching stitcher;
+    stitcher.SetUndoDepth(GetParam().undoDepth);
     for (int k = 0; k < target; ++k) Feed(stitcher, k);
     const RunState before(stitcher);
+    const int undoCount = stitcher.GetUndoCount();
     const bool threw = FeedWithFailure(stitcher, target, n);
     if (!g_failed) {
       EXPECT_FALSE(threw);
@@ -197,14 +207,63 @@ TEST_P(Allocation, FailureAnywhereInAFrameLeavesTheRun) {
     ++points;
     if (threw) {
       EXPECT_TRUE(before.IsStillThatOf(stitcher, RunState::kWithCurrentFrame));
+      EXPECT_EQ(stitcher.GetUndoCount(), undoCount);
       Feed(stitcher, target);
     }
     for (int k = target + 1; k < count; ++k) Feed(stitcher, k);
     ExpectSame(ViewOf(stitcher), ViewOf(control));
+    EXPECT_EQ(stitcher.GetUndoCount(), control.GetUndoCount());
     if (HasFailure()) return;
   }
   std::printf("%d allocations refused\n", points);
   EXPECT_GT(points, 5);
+}
+
+// The calls that take a run back, take it up elsewhere, save and restore it.
+TEST_P(Allocation, FailureAnywhereInAnotherCallLeavesTheRun) {
+  using Call = void (*)(JQImageStitching&, const JQStitchingState&);
+  const Call calls[] = {
+      [](JQImageStitching& stitcher, const JQStitchingState&) {
+        // A host that looks at the mosaic keeps it from being made smaller in place.
+        const cv::Mat held = stitcher.GetMosaic();
+        stitcher.UndoLastFrame();
+      },
+      [](JQImageStitching& stitcher, const JQStitchingState&) {
+        stitcher.ContinueAt(stitcher.GetCurrentPosition());
+      },
+      [](JQImageStitching& stitcher, const JQStitchingState&) { stitcher.SaveState(); },
+      [](JQImageStitching& stitcher, const JQStitchingState& state) {
+        stitcher.RestoreState(state);
+      }};
+  JQImageStitching saved;
+  saved.SetUndoDepth(1);
+  for (int k = 0; k < 2; ++k) Feed(saved, k);
+  const JQStitchingState state = saved.SaveState();
+  int points = 0;
+  for (const Call call : calls) {
+    SCOPED_TRACE("call " + std::to_string(&call - calls));
+    for (long n = 0;; ++n) {
+      SCOPED_TRACE("allocation " + std::to_string(n));
+      JQImageStitching stitcher;
+      stitcher.SetUndoDepth(GetParam().undoDepth);
+      for (int k = 0; k <= GetParam().target; ++k) Feed(stitcher, k);
+      const RunState before(stitcher);
+      const int undoCount = stitcher.GetUndoCount();
+      const bool threw = WithFailure(n, [&] { call(stitcher, state); });
+      if (!g_failed) {
+        EXPECT_FALSE(threw);
+        break;
+      }
+      // Features that could not be found in time are found with the next frame.
+      if (!threw) continue;
+      ++points;
+      EXPECT_TRUE(before.IsStillThatOf(stitcher, RunState::kWithCurrentFrame));
+      EXPECT_EQ(stitcher.GetUndoCount(), undoCount);
+      if (HasFailure()) return;
+    }
+  }
+  std::printf("%d allocations refused\n", points);
+  EXPECT_GT(points, 3);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -214,8 +273,11 @@ INSTANTIATE_TEST_SUITE_P(
                       Row{"PixelsOfAGrowingFrameByMotion", true, 1, 1, 2, true},
                       Row{"PixelsOfAFrameThatFits", true, 1, 0, 2, false},
                       Row{"PixelsOfTheFirstMosaic", true, 1, 0, 1, true},
+                      Row{"PixelsWithUndo", true, 1, 0, 2, true, 2},
+                      Row{"PixelsWithUndoAtLevelTwo", true, 2, 0, 2, true, 1},
                       Row{"ObjectsOfAGrowingFrame", false, 1, 0, 2, true},
                       Row{"ObjectsOfAGrowingFrameAtLevelTwo", false, 2, 0, 2, true},
                       Row{"ObjectsOfAFrameThatFits", false, 1, 0, 2, false},
-                      Row{"ObjectsOfTheFirstMosaic", false, 1, 0, 1, true}),
+                      Row{"ObjectsOfTheFirstMosaic", false, 1, 0, 1, true},
+                      Row{"ObjectsWithUndo", false, 1, 0, 2, true, 2}),
     [](const auto& row) { return row.param.name; });
