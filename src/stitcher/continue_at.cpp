@@ -18,7 +18,7 @@ bool HoldsEmptyPixel(const cv::Mat& picture) {
 }  // namespace
 
 bool JQImageStitching::ContinueAt(const cv::Point& topLeft) {
-  if (m_pOutImage == nullptr || m_mosaic.empty()) return false;
+  if (m_pOutImage == nullptr || m_nFrameCount == 0) return false;
   const cv::Size frame(m_pAlgorithm->m_nImageCols, m_pAlgorithm->m_nImageRows);
   if (topLeft.x < 0 || topLeft.y < 0 || topLeft.x > m_mosaic.cols - frame.width ||
       topLeft.y > m_mosaic.rows - frame.height) {

@@ -19,6 +19,8 @@ jqstitching::Borders GrownBy(const JQStitchingUndoStep& step, cv::Size mosaic) {
 
 jqstitching::UndoHistory::Steps JQImageStitching::RunState::prepareUndo(
     const JQImageStitching& stitcher) {
+  // The next frame replaces the mosaic that a batch run has left to a live run.
+  if (stitcher.m_nFrameCount == 0 && !stitcher.m_mosaic.empty()) return {};
   jqstitching::UndoHistory::Steps steps = stitcher.m_pRun->undo.prepare();
   for (JQStitchingUndoStep& step : steps) {
     step.before = momentOf(stitcher);

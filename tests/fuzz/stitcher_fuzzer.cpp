@@ -6,39 +6,18 @@
 #include <QMetaObject>
 #include <memory>
 #include <opencv2/core/utils/logger.hpp>
-#include <vector>
 
 #include "fuzz_input.h"
 #include "limited_matrices.h"
 #include "require.h"
+#include "stitcher_host.h"
 #include "stitcher_invariants.h"
-#include "stitcher_snapshot.h"
+#include "stitcher_steps.h"
 #include "stitcher_world.h"
 
 namespace {
 
 constexpr int kMostCalls = 12;
-
-struct Host {
-  FuzzInput in;
-  JQImageStitching stitcher;
-  int mode, level, budget;
-  cv::Point camera;
-  cv::Size frameSize;
-};
-
-// Raised by a call: what the headers announce, and nothing else.
-template <class Call>
-bool Raises(Call&& call) {
-  try {
-    call();
-    return false;
-  } catch (const cv::Exception&) {
-    return true;
-  } catch (const std::bad_alloc&) {
-    return true;
-  }
-}
 
 void TakeFrame(Host& host, const cv::Mat& frame) {
   WorldRecord record(frame, host.in);
@@ -52,6 +31,12 @@ void TakeFrame(Host& host, const cv::Mat& frame) {
     return;
   }
   Require(shown != nullptr && shown != record.get(), "the stitcher's own record comes back");
+  // What a batch run has left is replaced, and not kept.
+  const bool startsAnew = before.frameCount() == 0 && before.hasMosaic();
+  if (host.stitcher.GetLastVerdict().cause == JQFrameCause::kPlaced && !startsAnew) {
+    host.seen.push_back(before);
+    Shorten(host);
+  }
   if (host.stitcher.GetFrameCount() > 0) {
     RequireRecordOf(*shown, *record.get(), host.stitcher.GetMosaic());
     const bool startedMosaic = before.frameCount() == 0;
@@ -130,6 +115,8 @@ void RunBatch(Host& host) {
   Raises([&] {
     QMetaObject::invokeMethod(&host.stitcher, "slotStartStitching", Qt::DirectConnection);
   });
+  // A refused run leaves the steps; one that was started drops them.
+  if (host.stitcher.GetUndoCount() == 0) host.seen.clear();
 }
 
 cv::Mat CanvasFrame(FuzzInput& in) {
@@ -195,7 +182,7 @@ void WriteMembers(Host& host) {
 }
 
 void CallOnce(Host& host) {
-  switch (host.in.u8() % 20) {
+  switch (host.in.u8() % 27) {
     case 0:
       return TakeNothing(host);
     case 1:
@@ -218,6 +205,18 @@ void CallOnce(Host& host) {
     case 10:
     case 11:
       return WriteMembers(host);
+    case 20:
+      return SetUndoDepth(host);
+    case 21:
+    case 22:
+      return Undo(host);
+    case 23:
+    case 24:
+      return Continue(host);
+    case 25:
+      return SaveAndRestore(host);
+    case 26:
+      return LimitMemory(host);
     default:
       return TakeNextFrame(host);
   }
@@ -234,7 +233,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   LimitedMatrices matrices(std::size_t{16} << 20);
-  Host host{FuzzInput(data, size), {}, 0, 1, 8, cv::Point(600, 500), {}};
+  Host host{FuzzInput(data, size), {}, 0, 1, 8, cv::Point(600, 500), {}, {}, 0};
   FuzzInput& in = host.in;
   host.mode = in.oneIn(2) ? 0 : in.number();
   host.level = in.oneIn(8) ? in.number() : 1 + in.u8() % 3;
@@ -242,6 +241,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   host.frameSize = cv::Size(in.range(90, 200), in.range(90, 170)) * (host.level == 2 ? 2 : 1);
   for (int n = 0; n < kMostCalls && !in.atEnd(); ++n) {
     CallOnce(host);
+    Require(host.stitcher.GetUndoCount() == static_cast<int>(host.seen.size()),
+            "every step can be taken back");
     RequireSound(host.stitcher);
   }
   return 0;

@@ -25,7 +25,10 @@ class StitcherSnapshot {
         m_max(stitcher.GetContentMax()),
         m_position(stitcher.GetCurrentPosition()),
         m_bounds(stitcher.GetPlacedBounds()),
-        m_frameCount(stitcher.GetFrameCount()) {}
+        m_frameCount(stitcher.GetFrameCount()),
+        m_undoCount(stitcher.GetUndoCount()),
+        m_record(stitcher.GetStitchFlags()),
+        m_cause(stitcher.GetLastVerdict().cause) {}
 
   bool hasSameMosaic(const JQImageStitching& stitcher) const {
     return SameBytes(stitcher.GetMosaic(), m_mosaic);
@@ -40,13 +43,25 @@ class StitcherSnapshot {
     Require(stitcher.GetFrameCount() == m_frameCount, "the counter is as it was");
   }
 
+  /// After a step back: the stitch record and the verdict too, which a call leaves.
+  void requireRestored(const JQImageStitching& stitcher) const {
+    requireUnchanged(stitcher);
+    const stitchflags now = stitcher.GetStitchFlags();
+    Require(std::memcmp(&now, &m_record, sizeof now) == 0, "the stitch record is as it was");
+    Require(stitcher.GetLastVerdict().cause == m_cause, "the verdict is as it was");
+  }
+
+  bool hasMosaic() const { return !m_mosaic.empty(); }
   int frameCount() const { return m_frameCount; }
+  int undoCount() const { return m_undoCount; }
 
  private:
   cv::Mat m_mosaic;
   cv::Point m_min, m_max, m_position;
   cv::Rect m_bounds;
-  int m_frameCount;
+  int m_frameCount, m_undoCount;
+  stitchflags m_record;
+  JQFrameCause m_cause;
 };
 
 #endif  // JQ_TESTS_FUZZ_STITCHER_SNAPSHOT_H
