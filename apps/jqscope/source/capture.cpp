@@ -1,0 +1,69 @@
+#include "source/capture.h"
+
+#include <exception>
+
+namespace jqscope {
+namespace {
+
+constexpr double kTryAgainAfter = 1.0;  // seconds
+
+}  // namespace
+
+Capture::Capture(const SourceChoice& choice, Inbox& inbox, Stage& stage)
+    : m_choice(choice), m_inbox(inbox), m_stage(stage) {}
+
+void Capture::Start() {
+  m_thread = std::thread([this] { Run(); });
+}
+
+Capture::~Capture() {
+  m_inbox.Dismiss(m_stop);
+  if (m_thread.joinable()) m_thread.join();
+}
+
+void Capture::Retire() {
+  m_inbox.Dismiss(m_stop);
+  disconnect();
+  connect(this, &Capture::finished, this, &QObject::deleteLater, Qt::QueuedConnection);
+  // A thread that ended before the connection was made tells nobody.
+  if (m_finished.exchange(true)) deleteLater();
+}
+
+void Capture::Run() {
+  while (!m_stop.Requested()) {
+    const bool again = RunOnce() && m_choice.kind == SourceKind::kCamera;
+    if (!again) break;
+    m_stop.Sleep(kTryAgainAfter);
+  }
+  if (m_finished.exchange(true)) Q_EMIT finished();
+}
+
+// False when trying again is of no use.
+bool Capture::RunOnce() {
+  const bool isCamera = m_choice.kind == SourceKind::kCamera;
+  try {
+    const auto source = OpenSource(m_choice, m_stage, m_stop);
+    Q_EMIT opened();
+    const auto whenFull = m_choice.IsLive() ? Inbox::WhenFull::kReplace : Inbox::WhenFull::kWait;
+    TimedFrame next;
+    while (!m_stop.Requested() && source->Next(next.frame, true)) {
+      next.taken = Clock::now();
+      if (!m_inbox.Put(next, whenFull, m_stop)) return false;
+    }
+    if (m_stop.Requested()) return false;
+    if (isCamera) {
+      Q_EMIT failed(tr("The camera gives no more frames"), true);
+      return true;
+    }
+  } catch (const std::exception& error) {
+    if (m_stop.Requested()) return false;
+    Q_EMIT failed(QString::fromLocal8Bit(error.what()), isCamera);
+    if (isCamera) return true;
+  }
+  TimedFrame end;
+  end.isEnd = true;
+  m_inbox.Put(end, Inbox::WhenFull::kWait, m_stop);
+  return false;
+}
+
+}  // namespace jqscope

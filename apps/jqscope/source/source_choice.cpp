@@ -1,0 +1,48 @@
+#include "source/source_choice.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+#include "host/source/follow_source.h"
+
+namespace jqscope {
+namespace {
+
+// A person watches a folder until they stop: about thirty years.
+constexpr double kPatience = 1e9;
+
+bool IsCameraName(const std::string& text) {
+  const bool isNumber =
+      !text.empty() && text.size() < 4 &&
+      std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); });
+  return isNumber || text.find("://") != std::string::npos;
+}
+
+}  // namespace
+
+SourceChoice ChooseSource(const std::string& text) {
+  SourceChoice choice;
+  std::error_code error;
+  if (text.empty() || text == "microscope") return choice;
+  choice.paths = {text};
+  const bool exists = std::filesystem::exists(text, error);
+  choice.kind = !exists && IsCameraName(text) ? SourceKind::kCamera : SourceKind::kFiles;
+  return choice;
+}
+
+std::unique_ptr<jqhost::FrameSource> OpenSource(const SourceChoice& choice, Stage& stage,
+                                                const jqhost::StopToken& stop) {
+  switch (choice.kind) {
+    case SourceKind::kMicroscope:
+      return OpenMicroscope(choice.microscope, stage, stop);
+    case SourceKind::kWatched:
+      return jqhost::FollowFolder(choice.paths.front(), kPatience, choice.leftOut, stop);
+    case SourceKind::kCamera:
+    case SourceKind::kFiles:
+      break;
+  }
+  return jqhost::OpenFrameSource(choice.paths, choice.leftOut);
+}
+
+}  // namespace jqscope

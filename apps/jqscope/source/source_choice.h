@@ -1,0 +1,39 @@
+#ifndef JQSCOPE_SOURCE_SOURCE_CHOICE_H
+#define JQSCOPE_SOURCE_SOURCE_CHOICE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "source/simulated_microscope.h"
+
+namespace jqscope {
+
+enum class SourceKind {
+  kMicroscope,  ///< the simulated one
+  kCamera,      ///< by its number, or a network stream by its address
+  kFiles,       ///< pictures, a folder, a video file
+  kWatched,     ///< a folder that grows
+};
+
+/// Where frames shall come from.
+struct SourceChoice {
+  SourceKind kind = SourceKind::kMicroscope;
+  std::vector<std::string> paths;    ///< files, the folder, or the camera's number
+  std::vector<std::string> leftOut;  ///< pictures that are no frames: the program writes them
+  MicroscopeOptions microscope;
+
+  /// Whether frames come on their own time, so that those not taken are gone.
+  bool IsLive() const { return kind == SourceKind::kMicroscope || kind == SourceKind::kCamera; }
+};
+
+/// What a path, address or number given by a person stands for.
+SourceChoice ChooseSource(const std::string& text);
+
+/// Raises `InputError`. @param stage, stop must outlive the source
+std::unique_ptr<jqhost::FrameSource> OpenSource(const SourceChoice& choice, Stage& stage,
+                                                const jqhost::StopToken& stop);
+
+}  // namespace jqscope
+
+#endif  // JQSCOPE_SOURCE_SOURCE_CHOICE_H

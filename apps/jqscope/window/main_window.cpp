@@ -1,0 +1,182 @@
+#include "window/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "window/icons.h"
+#include "window/theme.h"
+
+namespace jqscope {
+namespace {
+
+// A key press moves the stage by this share of the frame, and with Shift by that one,
+// which is too far to be followed.
+constexpr double kStep = 0.03, kLeap = 0.25;
+
+}  // namespace
+
+MainWindow::MainWindow(const Options& options, QSettings* settings)
+    : m_options(options), m_settings(settings), m_actions(*this) {
+  if (m_settings != nullptr && !options.IsScript()) {
+    m_preferences = Preferences::Load(*m_settings);
+  } else {
+    m_preferences.objectives.append({tr("Unknown objective"), 0.0});
+  }
+  if (options.theme) m_preferences.theme = *options.theme;
+  jqhost::StitchSettings& stitch = m_preferences.run.stitch;
+  stitch.overlapMode = options.overlapMode.value_or(stitch.overlapMode);
+  stitch.detectLevel = options.detectLevel.value_or(stitch.detectLevel);
+  stitch.cornerBudget = options.cornerBudget.value_or(stitch.cornerBudget);
+  if (options.noTrim) m_preferences.trim = false;
+
+  setWindowTitle(tr("JQ Scope"));
+  setWindowIcon(ProgramIcon());
+  setAcceptDrops(true);
+  resize(1280, 800);
+  BuildPanels();
+  ConnectSession();
+  ConnectRunActions();
+  ConnectPictureActions();
+  ConnectViewActions();
+  ApplyTheme(m_preferences.theme);
+  m_actions.DrawIcons(palette().color(QPalette::ButtonText));
+  m_actions["trim"]->setChecked(m_preferences.trim);
+  m_view->SetPixelSize(m_preferences.PixelSize());
+  ShowBackground();
+
+  const QString source = options.source.isEmpty() ? m_preferences.source : options.source;
+  SourceChoice choice = ChooseSource(source.toLocal8Bit().toStdString());
+  choice.microscope.slide = options.slide.toLocal8Bit().toStdString();
+  if (!options.save.isEmpty()) {
+    m_savePath = options.save;
+    choice.leftOut = {options.save.toLocal8Bit().toStdString()};
+  }
+  SetSource(choice, source);
+  OnReport();
+  if (options.run) QTimer::singleShot(0, this, &MainWindow::Start);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::BuildPanels() {
+  auto* centre = new QWidget;
+  auto* column = new QVBoxLayout(centre);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  m_banner = new Banner;
+  m_coach = new CoachBar;
+  m_view = new MosaicView(m_session.Tiles());
+  column->addWidget(m_banner);
+  column->addWidget(m_coach);
+  column->addWidget(m_view, 1);
+  setCentralWidget(centre);
+
+  auto* side = new QWidget;
+  auto* sideColumn = new QVBoxLayout(side);
+  m_map = new Minimap(m_session.Tiles());
+  m_counters = new Counters;
+  sideColumn->addWidget(m_map);
+  sideColumn->addWidget(m_counters, 1);
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(side);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  auto* dock = new QDockWidget(tr("Run"), this);
+  dock->setObjectName("run");
+  dock->setFeatures(QDockWidget::DockWidgetMovable);
+  dock->setWidget(scroll);
+  addDockWidget(Qt::RightDockWidgetArea, dock);
+
+  m_stagePanel = new StagePanel(m_session.Microscope());
+  m_stageDock = new QDockWidget(tr("Simulated microscope"), this);
+  m_stageDock->setObjectName("stage");
+  m_stageDock->setFeatures(QDockWidget::DockWidgetMovable);
+  auto* stageHolder = new QWidget;
+  auto* stageColumn = new QVBoxLayout(stageHolder);
+  stageColumn->addWidget(m_stagePanel);
+  m_stageDock->setWidget(stageHolder);
+  addDockWidget(Qt::RightDockWidgetArea, m_stageDock);
+  resizeDocks({dock}, {270}, Qt::Horizontal);
+  statusBar()->setSizeGripEnabled(false);
+  m_view->setFocus();
+}
+
+void MainWindow::ConnectSession() {
+  connect(&m_session, &Session::reported, this, &MainWindow::OnReport);
+  connect(&m_session, &Session::tilesCame, m_view, &MosaicView::Refresh);
+  connect(&m_session, &Session::saved, this, &MainWindow::OnSaved);
+  connect(&m_session, &Session::sourceOpened, this, [this] {
+    statusBar()->clearMessage();
+    m_stagePanel->Refresh();
+  });
+  connect(&m_session, &Session::sourceFailed, this, [this](const QString& why, bool retrying) {
+    statusBar()->showMessage(retrying ? tr("%1; trying again").arg(why) : why);
+  });
+  connect(&m_session, &Session::complained, this,
+          [this](const QString& what) { statusBar()->showMessage(what); });
+  connect(m_view, &MosaicView::tilesWanted, &m_session, &Session::BringWantedTiles);
+  connect(m_view, &MosaicView::viewChanged, this, [this] { m_map->ShowView(m_view->Visible()); });
+  connect(m_view, &MosaicView::shown, this, [this](double seconds) { m_latency = seconds; });
+  connect(m_map, &Minimap::clicked, m_view, &MosaicView::CentreOn);
+}
+
+void MainWindow::OnReport() {
+  const bool wasOver = m_report.phase == RunPhase::kEnded;
+  m_report = m_session.Report();
+  LiveStyle style = StyleOf(m_report.state);
+  if (m_report.phase == RunPhase::kPaused) style.word = tr("paused");
+  if (m_report.phase == RunPhase::kEnded) style.word = tr("ended");
+  if (m_report.phase == RunPhase::kStopped) style.word = tr("stopped");
+  m_banner->Show(style, GuidanceFor(m_report));
+  m_coach->Show(CoachingFor(m_report));
+  m_view->Show(m_report);
+  m_map->Show(m_report);
+  m_counters->Show(m_report, m_latency, m_session.Tiles().Bytes());
+  UpdateActions();
+  if (!wasOver && m_report.phase == RunPhase::kEnded) OnRunOver();
+}
+
+void MainWindow::UpdateActions() {
+  const RunPhase phase = m_report.phase;
+  const bool going = phase == RunPhase::kRunning || phase == RunPhase::kPaused;
+  m_actions["start"]->setEnabled(!going);
+  m_actions["pause"]->setEnabled(going);
+  m_actions["pause"]->setChecked(phase == RunPhase::kPaused);
+  m_actions["stop"]->setEnabled(going);
+  m_actions["new"]->setEnabled(phase != RunPhase::kIdle);
+  const bool hasPicture = !m_report.path.isEmpty();
+  for (const char* name : {"save", "saveas"}) m_actions[name]->setEnabled(hasPicture);
+}
+
+// Alone it moves the stage of the simulated microscope, with Shift far.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  const bool isMicroscope = m_session.Source().kind == SourceKind::kMicroscope;
+  const double step = (event->modifiers() & Qt::ShiftModifier) != 0 ? kLeap : kStep;
+  const int key = event->key();
+  const double across = key == Qt::Key_Left ? -step : key == Qt::Key_Right ? step : 0;
+  const double down = key == Qt::Key_Up ? -step : key == Qt::Key_Down ? step : 0;
+  if (isMicroscope && (across != 0 || down != 0)) return m_stagePanel->Step(across, down);
+  QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!m_options.quit && WarnOfUnsaved()) return event->ignore();
+  if (m_settings != nullptr && !m_options.IsScript()) m_preferences.Save(*m_settings);
+  event->accept();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) {
+    m_actions.DrawIcons(palette().color(QPalette::ButtonText));
+  }
+  QMainWindow::changeEvent(event);
+}
+
+}  // namespace jqscope

@@ -1,0 +1,93 @@
+#ifndef JQSCOPE_WINDOW_MAIN_WINDOW_H
+#define JQSCOPE_WINDOW_MAIN_WINDOW_H
+
+#include <QLabel>
+#include <QMainWindow>
+
+#include "settings/preferences.h"
+#include "start/options.h"
+#include "view/coach_bar.h"
+#include "view/counters.h"
+#include "view/minimap.h"
+#include "view/mosaic_view.h"
+#include "view/stage_panel.h"
+#include "window/actions.h"
+#include "window/banner.h"
+#include "work/session.h"
+
+class QDockWidget;
+class QSettings;
+
+namespace jqscope {
+
+/// The program's window: shows what the session reports and hands on what the person asks
+/// for. It never waits for the session.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// @param settings where choices are kept; null: nowhere. Must outlive the window.
+  MainWindow(const Options& options, QSettings* settings);
+  ~MainWindow() override;
+
+  Session& Work() { return m_session; }
+  MosaicView& View() { return *m_view; }
+  const RunReport& Report() const { return m_report; }
+  QString Sentence() const { return m_banner->Sentence(); }
+  QAction* Action(const QString& name) const { return m_actions[name]; }
+  /// Saves the picture so far there.
+  void SaveTo(const QString& path);
+
+ Q_SIGNALS:
+  /// A picture was saved, or could not be. @param path empty when it was not
+  void saved(const QString& path, const QString& problem);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void BuildPanels();
+  void ConnectSession();
+  void ConnectRunActions();
+  void ConnectPictureActions();
+  void ConnectViewActions();
+
+  void SetSource(const SourceChoice& choice, const QString& kept);
+  void ChooseCamera();
+  void ChooseFolder(SourceKind kind);
+  void Start();
+  void Save();
+  void SaveAs();
+  void ChooseBackground();
+  void OnReport();
+  void OnSaved(const QString& path, const QString& problem);
+  void OnRunOver();
+  void UpdateActions();
+  void ShowBackground();
+  void SwitchTheme();
+  bool WarnOfUnsaved();
+
+  const Options m_options;
+  QSettings* m_settings;
+  Preferences m_preferences;
+  Session m_session;
+  Actions m_actions;
+  Banner* m_banner;
+  CoachBar* m_coach;
+  MosaicView* m_view;
+  Minimap* m_map = nullptr;
+  Counters* m_counters = nullptr;
+  StagePanel* m_stagePanel = nullptr;
+  QDockWidget* m_stageDock = nullptr;
+  RunReport m_report;
+  QString m_savePath;     // of this run
+  int m_savedFrames = 0;  // placed frames in the picture saved last
+  double m_latency = 0;
+  bool m_scriptDone = false;
+};
+
+}  // namespace jqscope
+
+#endif  // JQSCOPE_WINDOW_MAIN_WINDOW_H

@@ -1,0 +1,202 @@
+// What the window's actions do.
+#include <QApplication>
+#include <QClipboard>
+#include <QColorDialog>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStatusBar>
+
+#include "window/main_window.h"
+#include "window/theme.h"
+
+namespace jqscope {
+namespace {
+
+std::string ToPath(const QString& text) {
+  return text.toLocal8Bit().toStdString();
+}
+
+}  // namespace
+
+void MainWindow::ConnectRunActions() {
+  const auto on = [this](const char* name, auto&& call) {
+    connect(m_actions[name], &QAction::triggered, this, call);
+  };
+  on("microscope", [this] { SetSource(SourceChoice(), "microscope"); });
+  on("camera", [this] { ChooseCamera(); });
+  on("folder", [this] { ChooseFolder(SourceKind::kFiles); });
+  on("watch", [this] { ChooseFolder(SourceKind::kWatched); });
+  on("video", [this] {
+    const QString path = QFileDialog::getOpenFileName(this, tr("Video file"));
+    if (!path.isEmpty()) SetSource(ChooseSource(ToPath(path)), path);
+  });
+  on("slide", [this] {
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Slide of the simulated microscope"));
+    if (path.isEmpty()) return;
+    SourceChoice choice;
+    choice.microscope.slide = ToPath(path);
+    SetSource(choice, "microscope");
+  });
+  on("quit", [this] { close(); });
+  on("start", [this] { Start(); });
+  on("new", [this] { Start(); });
+  on("pause", [this](bool pause) { m_session.Pause(pause); });
+  on("stop", [this] { m_session.Stop(); });
+}
+
+void MainWindow::ConnectPictureActions() {
+  const auto on = [this](const char* name, auto&& call) {
+    connect(m_actions[name], &QAction::triggered, this, call);
+  };
+  on("save", [this] { Save(); });
+  on("saveas", [this] { SaveAs(); });
+  on("copy", [this] {
+    QApplication::clipboard()->setImage(m_view->Grab());
+    statusBar()->showMessage(tr("The view is on the clipboard"), 4000);
+  });
+  on("trim", [this](bool trim) { m_preferences.trim = trim; });
+  on("background", [this] { ChooseBackground(); });
+  on("noBackground", [this] {
+    m_preferences.background.reset();
+    ShowBackground();
+  });
+}
+
+void MainWindow::ConnectViewActions() {
+  const auto on = [this](const char* name, auto&& call) {
+    connect(m_actions[name], &QAction::triggered, this, call);
+  };
+  on("fit", [this] { m_view->Fit(); });
+  on("one", [this] { m_view->OneToOne(); });
+  on("zoomin", [this] { m_view->ZoomBy(1.25); });
+  on("zoomout", [this] { m_view->ZoomBy(0.8); });
+  m_actions["follow"]->setChecked(m_view->IsFollowing());
+  on("follow", [this](bool follow) { m_view->SetFollowing(follow); });
+  connect(m_view, &MosaicView::followingChanged, m_actions["follow"], &QAction::setChecked);
+  on("left", [this] { m_view->PanBy(QPointF(m_view->width() / 8.0, 0)); });
+  on("right", [this] { m_view->PanBy(QPointF(-m_view->width() / 8.0, 0)); });
+  on("up", [this] { m_view->PanBy(QPointF(0, m_view->height() / 8.0)); });
+  on("down", [this] { m_view->PanBy(QPointF(0, -m_view->height() / 8.0)); });
+  on("theme", [this] { SwitchTheme(); });
+  on("about", [this] {
+    QMessageBox::about(this, tr("About"),
+                       tr("<b>JQ Scope %1</b><p>Shows a mosaic grow while you move the "
+                          "microscope's stage.</p>")
+                           .arg(QApplication::applicationVersion()));
+  });
+}
+
+void MainWindow::SetSource(const SourceChoice& choice, const QString& kept) {
+  m_preferences.source = kept;
+  m_session.SetSource(choice);
+  m_stageDock->setVisible(choice.kind == SourceKind::kMicroscope);
+}
+
+void MainWindow::ChooseCamera() {
+  bool chosen = false;
+  const QString name = QInputDialog::getText(
+      this, tr("Camera"), tr("Number of the camera (0 is the first), or address of a stream:"),
+      QLineEdit::Normal, "0", &chosen);
+  if (!chosen || name.isEmpty()) return;
+  SourceChoice choice;
+  choice.kind = SourceKind::kCamera;
+  choice.paths = {ToPath(name)};
+  SetSource(choice, name);
+}
+
+void MainWindow::ChooseFolder(SourceKind kind) {
+  const QString folder = QFileDialog::getExistingDirectory(
+      this, kind == SourceKind::kWatched ? tr("Folder to watch") : tr("Folder of pictures"));
+  if (folder.isEmpty()) return;
+  SourceChoice choice;
+  choice.kind = kind;
+  choice.paths = {ToPath(folder)};
+  SetSource(choice, kind == SourceKind::kFiles ? folder : QString());
+}
+
+void MainWindow::Start() {
+  if (WarnOfUnsaved()) return;
+  if (m_options.save.isEmpty()) m_savePath.clear();
+  m_savedFrames = 0;
+  m_session.Start(m_preferences.run);
+}
+
+// True when the person wants to keep what is there.
+bool MainWindow::WarnOfUnsaved() {
+  if (m_report.path.size() <= std::max(1, m_savedFrames) || m_options.IsScript()) return false;
+  if (property("discards").toBool()) return false;
+  return QMessageBox::question(this, tr("Not saved"),
+                               tr("%n placed frame(s) are not saved. Go on without saving?",
+                                  nullptr, static_cast<int>(m_report.path.size()) - m_savedFrames),
+                               QMessageBox::Discard | QMessageBox::Cancel,
+                               QMessageBox::Cancel) != QMessageBox::Discard;
+}
+
+void MainWindow::Save() {
+  if (m_savePath.isEmpty()) return SaveAs();
+  SaveTo(m_savePath);
+}
+
+void MainWindow::SaveAs() {
+  const QString path = QFileDialog::getSaveFileName(
+      this, tr("Save the picture"), m_preferences.saveFolder + "/mosaic.png",
+      tr("Pictures (*.png *.tif *.tiff *.jpg *.bmp *.ppm *.webp);;All files (*)"));
+  if (path.isEmpty()) return;
+  m_savePath = path;
+  m_preferences.saveFolder = QFileInfo(path).absolutePath();
+  SaveTo(path);
+}
+
+void MainWindow::SaveTo(const QString& path) {
+  SaveOrder order;
+  order.path = ToPath(path);
+  order.trim = m_preferences.trim;
+  if (const std::optional<QColor>& colour = m_preferences.background) {
+    order.background = {colour->red(), colour->green(), colour->blue()};
+  }
+  m_savedFrames = static_cast<int>(m_report.path.size());
+  statusBar()->showMessage(tr("Saving %1").arg(path));
+  m_session.Save(order);
+}
+
+void MainWindow::OnSaved(const QString& path, const QString& problem) {
+  if (path.isEmpty()) m_savedFrames = 0;
+  statusBar()->showMessage(problem.isEmpty() ? tr("Saved as %1").arg(path) : problem);
+  if (!problem.isEmpty() && m_options.IsScript()) qWarning("jqscope: %s", qPrintable(problem));
+  Q_EMIT saved(path, problem);
+  if (m_options.quit && m_report.phase == RunPhase::kEnded) {
+    QApplication::exit(problem.isEmpty() ? 0 : 1);
+  }
+}
+
+void MainWindow::OnRunOver() {
+  if (m_scriptDone) return;
+  m_scriptDone = true;
+  if (!m_options.save.isEmpty()) return SaveTo(m_options.save);
+  if (m_options.quit) QApplication::exit(m_report.path.isEmpty() ? 1 : 0);
+}
+
+void MainWindow::ChooseBackground() {
+  const QColor colour =
+      QColorDialog::getColor(m_preferences.background.value_or(Qt::white), this, tr("Background"));
+  if (!colour.isValid()) return;
+  m_preferences.background = colour;
+  ShowBackground();
+}
+
+void MainWindow::ShowBackground() {
+  m_view->SetBackground(m_preferences.background);
+}
+
+void MainWindow::SwitchTheme() {
+  const int next = (static_cast<int>(m_preferences.theme) + 1) % 3;
+  m_preferences.theme = static_cast<Theme>(next);
+  ApplyTheme(m_preferences.theme);
+  const QString names[] = {tr("Theme of the system"), tr("Light theme"), tr("Dark theme")};
+  statusBar()->showMessage(names[next], 4000);
+}
+
+}  // namespace jqscope

@@ -1,0 +1,79 @@
+#ifndef JQSCOPE_WORK_RUN_DESK_H
+#define JQSCOPE_WORK_RUN_DESK_H
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "host/run/push_session.h"
+#include "host/source/frame_preparation.h"
+#include "view/tile_pyramid.h"
+#include "work/rate.h"
+#include "work/reckoning.h"
+#include "work/run_report.h"
+
+namespace jqscope {
+
+/// What a run is made with.
+struct RunSettings {
+  jqhost::StitchSettings stitch;
+  jqhost::PreparationSettings preparation;
+};
+
+/// The picture as it is at one moment, with pixels of its own.
+struct Snapshot {
+  jqhost::Picture picture;
+  bool grey = false;  ///< all frames had one channel
+};
+
+/// A run as the window drives it: takes frames, tells where it stands, paints the tiles
+/// that change. Used by the stitching thread alone; knows no window.
+class RunDesk {
+ public:
+  /// @param tiles must outlive the desk
+  explicit RunDesk(TilePyramid& tiles);
+
+  /// Begins a run; what an earlier one placed is forgotten. Raises `InputError` when a
+  /// flat field cannot be used.
+  void Start(const RunSettings& settings);
+  void Pause(bool pause);
+  void Stop();
+
+  /// Whether frames of a source that waits should come now.
+  bool WantsFrames() const { return m_report.phase == RunPhase::kRunning; }
+  /// Stitches the frame where a run goes on, and shows it in any case.
+  void Take(const TimedFrame& timed);
+  /// Brings back the tiles that the view asks for.
+  bool PaintWanted();
+
+  /// A copy of the picture so far; empty where nothing is placed.
+  Snapshot TakeSnapshot(bool trim) const;
+
+  const RunReport& Report() const { return m_report; }
+  /// Whether frames are shown while none is stitched: those of a camera are.
+  bool showsLive = true;
+  /// Sees every frame that is stitched, as it is handed to the stitcher.
+  std::function<void(const jqhost::SourceFrame&)> onStitched;
+
+ private:
+  void Stitch(jqhost::SourceFrame frame);
+  void Prepare(jqhost::SourceFrame& frame);
+  void OnPlaced(const jqhost::FrameResult& result);
+  void Locate(const jqhost::FrameResult& result, const cv::Mat& image);
+  void Show(const cv::Mat& image);
+
+  TilePyramid& m_tiles;
+  RunSettings m_settings;
+  std::unique_ptr<jqhost::FramePreparation> m_preparation;
+  std::unique_ptr<jqhost::PushSession> m_session;
+  Reckoning m_reckoning;
+  Rate m_rate;
+  RunReport m_report;
+  cv::Point m_place;       // of the frame before, as far as known
+  cv::Point m_lastPlaced;  // of the frame placed last
+  bool m_mosaicShown = false;
+};
+
+}  // namespace jqscope
+
+#endif  // JQSCOPE_WORK_RUN_DESK_H

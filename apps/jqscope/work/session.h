@@ -1,0 +1,65 @@
+#ifndef JQSCOPE_WORK_SESSION_H
+#define JQSCOPE_WORK_SESSION_H
+
+#include <QObject>
+#include <QPointer>
+
+#include "source/capture.h"
+#include "view/tile_pyramid.h"
+#include "work/save_job.h"
+#include "work/stitch_thread.h"
+
+namespace jqscope {
+
+/// Everything behind the window: the source, the run and its picture. Calls return at
+/// once; what becomes of them comes back as signals and reports.
+class Session : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit Session(QObject* parent = nullptr);
+  /// Ends what goes on; a picture that is being written is finished.
+  ~Session() override;
+
+  /// Takes frames from there. A camera is shown at once, files wait for `Start`.
+  void SetSource(const SourceChoice& choice);
+  const SourceChoice& Source() const { return m_choice; }
+
+  /// Begins a run, from the source's first frame where it has one.
+  void Start(const RunSettings& settings);
+  void Pause(bool pause);
+  void Stop();
+  /// Saves what is placed when the frame in hand is done; the run goes on.
+  void Save(const SaveOrder& order);
+  /// Pictures that are being saved.
+  int Saving() const { return m_saving; }
+
+  RunReport Report() { return m_thread.TakeReport(); }
+  void BringWantedTiles() { m_thread.BringWantedTiles(); }
+  TilePyramid& Tiles() { return m_tiles; }
+  Stage& Microscope() { return m_stage; }
+  StitchThread& Thread() { return m_thread; }
+
+ Q_SIGNALS:
+  void reported();
+  void tilesCame();
+  void sourceOpened();
+  void sourceFailed(const QString& why, bool retrying);
+  /// @param path what was written, empty when nothing was; @param problem what to tell
+  void saved(const QString& path, const QString& problem);
+  void complained(const QString& what);
+
+ private:
+  void OpenCapture();
+
+  TilePyramid m_tiles;
+  Stage m_stage;
+  SourceChoice m_choice;
+  int m_saving = 0;
+  QPointer<Capture> m_capture;
+  StitchThread m_thread{m_tiles};  // last: it ends first
+};
+
+}  // namespace jqscope
+
+#endif  // JQSCOPE_WORK_SESSION_H
