@@ -26,12 +26,6 @@ class Microscope : public jqhost::FrameSource {
       : m_options(options), m_stage(stage), m_stop(stop), m_slide(OpenSlide(options)) {
     m_frame = cv::Size(std::min(options.frame.width, m_slide.cols),
                        std::min(options.frame.height, m_slide.rows));
-    const bool isNew = stage.Now().scene != m_slide.size();
-    m_stage.SetBounds(m_slide.size(), m_frame);
-    // A new slide is first looked at in its middle.
-    if (isNew) {
-      m_stage.MoveTo((cv::Point(m_slide.cols, m_slide.rows) - cv::Point(m_frame)) / 2);
-    }
   }
 
   bool Next(jqhost::SourceFrame& frame, bool read) override {
@@ -44,7 +38,9 @@ class Microscope : public jqhost::FrameSource {
     frame.number = ++m_number;
     frame.name = "frame " + std::to_string(m_number);
     const Stage::State now = m_stage.Now();
-    if (read) {
+    const bool isOurs = now.scene == m_slide.size() && now.frame == m_frame;
+    if (!isOurs) frame.why = "the slide is being changed";
+    if (read && isOurs) {
       frame.image =
           jqhost::TakeFrame(m_slide, now.corner, m_frame, m_number, now.effects, m_options.seed);
     }

@@ -13,12 +13,14 @@ namespace jqscope {
 /// by the camera on its own thread.
 class Stage {
  public:
-  /// Where the field of view may go; its top-left corner is kept inside.
+  /// Where the field of view may go; its top-left corner is kept inside. A new slide is
+  /// first looked at in its middle.
   void SetBounds(cv::Size scene, cv::Size frame) {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (scene == m_scene && frame == m_frame) return;
     m_scene = scene;
     m_frame = frame;
-    Confine();
+    m_corner = (cv::Point(scene.width, scene.height) - cv::Point(frame)) / 2;
   }
   void MoveTo(cv::Point corner) {
     const std::lock_guard<std::mutex> lock(m_mutex);

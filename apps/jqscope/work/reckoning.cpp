@@ -8,6 +8,8 @@ namespace {
 constexpr int kWidth = 160;
 // Share of the energy in the peak; unrelated frames stay well below.
 constexpr double kClear = 0.1;
+// Grey levels, as a standard deviation; an even view tells nothing.
+constexpr double kLeastContrast = 1.0;
 
 }  // namespace
 
@@ -21,9 +23,12 @@ cv::Point2d Reckoning::Step(const cv::Mat& frame) {
   const int width = std::min(kWidth, grey.cols);
   const int height = std::max(1, grey.rows * width / grey.cols);
   cv::resize(grey, small, cv::Size(width, height), 0, 0, cv::INTER_AREA);
+  cv::Scalar mean, spread;
+  cv::meanStdDev(small, mean, spread);
+  if (spread[0] < kLeastContrast) small.release();
   small.convertTo(small, CV_32F);
   cv::Point2d step;
-  if (m_before.size() == small.size() && std::min(width, height) >= 16) {
+  if (!small.empty() && m_before.size() == small.size() && std::min(width, height) >= 16) {
     cv::Mat window;
     cv::createHanningWindow(window, small.size(), CV_32F);
     double clear = 0;

@@ -1,0 +1,75 @@
+// Makes the pictures of the documentation: drives the window as a person would and takes
+// pictures of it.
+//
+// usage: scope_screenshots FOLDER [WIDTHxHEIGHT] [light|dark]
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+#include <cstdio>
+
+#include "scope/session_driver.h"
+
+namespace {
+
+class Studio {
+ public:
+  Studio(const QString& folder, QSize size, const QString& theme)
+      : m_folder(folder), m_theme(theme) {
+    jqscope::Options options = SessionDriver::FreshOptions();
+    options.theme = theme == "dark" ? jqscope::Theme::kDark : jqscope::Theme::kLight;
+    m_driver = std::make_unique<SessionDriver>(options, cv::Size(640, 480), cv::Size(4000, 3000));
+    m_driver->Window().resize(size);
+    m_suffix = QString("%1-%2").arg(size.width()).arg(theme);
+  }
+
+  bool Take(const QString& name) {
+    QTest::qWait(60);
+    const QString path = m_folder + "/" + name + "-" + m_suffix + ".png";
+    const bool saved = m_driver->Window().grab().save(path);
+    std::printf("%s%s\n", qPrintable(path), saved ? "" : ": cannot be written");
+    return saved;
+  }
+
+  bool TakeAll() {
+    SessionDriver& d = *m_driver;
+    bool good = Take("live");
+    d.StartRun();
+    d.Move(Qt::Key_Right, 18);
+    d.Move(Qt::Key_Down, 12);
+    d.Move(Qt::Key_Left, 14);
+    good = Take("tracked") && good;
+    d.Move(Qt::Key_Down, 9);
+    d.Move(Qt::Key_Right, 9);
+    good = Take("placed") && good;
+    d.Move(Qt::Key_Right, 4, Qt::ShiftModifier);
+    good = Take("lost") && good;
+    d.Move(Qt::Key_Left, 4, Qt::ShiftModifier);
+    d.Move(Qt::Key_Right, 5);
+    d.Key(Qt::Key_1);
+    good = Take("one") && good;
+    d.Key(Qt::Key_F);
+    d.Key(Qt::Key_Space);
+    good = Take("paused") && good;
+    return good;
+  }
+
+ private:
+  QString m_folder, m_theme, m_suffix;
+  std::unique_ptr<SessionDriver> m_driver;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const QStringList words = QApplication::arguments();
+  if (words.size() < 2) {
+    std::fprintf(stderr, "usage: scope_screenshots FOLDER [WIDTHxHEIGHT] [light|dark]\n");
+    return 2;
+  }
+  const QStringList size = words.value(2, "1366x768").split('x');
+  QDir().mkpath(words[1]);
+  Studio studio(words[1], QSize(size.value(0).toInt(), size.value(1).toInt()),
+                words.value(3, "light"));
+  return studio.TakeAll() ? 0 : 1;
+}

@@ -1,0 +1,56 @@
+#ifndef JQ_TESTS_SCOPE_SESSION_DRIVER_H
+#define JQ_TESTS_SCOPE_SESSION_DRIVER_H
+
+#include <Qt>
+#include <memory>
+#include <mutex>
+#include <opencv2/core.hpp>
+#include <vector>
+
+#include "window/main_window.h"
+
+/// A window on the simulated microscope, driven as a person does, who looks before each
+/// next step. Keeps the frames that the stitcher got.
+class SessionDriver {
+ public:
+  explicit SessionDriver(const jqscope::Options& options = FreshOptions(),
+                         cv::Size frame = cv::Size(320, 240),
+                         cv::Size slide = cv::Size(1600, 1200));
+  ~SessionDriver();
+
+  static jqscope::Options FreshOptions();
+
+  jqscope::MainWindow& Window() { return *m_window; }
+  const jqscope::RunReport& Report() const { return m_window->Report(); }
+
+  /// Presses and lets go of a key.
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Moves the stage by so many key presses, and waits after each until a frame taken
+  /// since was judged.
+  void Move(Qt::Key arrow, int presses, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Waits until two more frames were judged: the second was taken after the call.
+  void WaitForFrame();
+  /// F5, and waits for the first frame.
+  void StartRun();
+  /// Saves as `path` and waits for it. @return the problem, empty when there was none
+  QString SaveAndWait(const QString& path);
+  /// Waits for all that was asked of the stitching thread.
+  void WaitForStitcher();
+
+  /// The frames handed to the stitcher since the run began.
+  std::vector<cv::Mat> Frames() const;
+
+ private:
+  mutable std::mutex m_mutex;
+  std::vector<cv::Mat> m_frames;
+  std::unique_ptr<jqscope::MainWindow> m_window;  // last: its threads use the others
+};
+
+/// The placed part of the mosaic that the library alone makes of these frames.
+cv::Mat StitchByLibrary(const std::vector<cv::Mat>& frames, int overlapMode = 0,
+                        int detectLevel = 1, int cornerBudget = 8);
+
+/// Whether two pictures are the same, pixel by pixel.
+bool IsSamePicture(const cv::Mat& a, const cv::Mat& b);
+
+#endif  // JQ_TESTS_SCOPE_SESSION_DRIVER_H

@@ -1,0 +1,163 @@
+// Whole sessions on the simulated microscope, by keys and mouse, each compared with the
+// same frames handed to the library.
+#include <QClipboard>
+#include <QTemporaryDir>
+#include <QTest>
+#include <opencv2/imgcodecs.hpp>
+
+#include "scope/session_driver.h"
+
+using jqscope::LiveState;
+using jqscope::RunPhase;
+
+class SessionTest : public QObject {
+  Q_OBJECT
+
+ private:
+  QTemporaryDir m_folder;
+  QString Path(const QString& name) const { return m_folder.filePath(name); }
+  cv::Mat Read(const QString& name) const {
+    return cv::imread(Path(name).toStdString(), cv::IMREAD_UNCHANGED);
+  }
+
+ private Q_SLOTS:
+  void serpentineThatGetsLostTwice();
+  void pauseTakesNoFrames();
+  void saveWhileRunning();
+  void viewByKeysAndMouse();
+  void everyActionCanBeReached();
+};
+
+void SessionTest::serpentineThatGetsLostTwice() {
+  SessionDriver driver;
+  QCOMPARE(driver.Window().Sentence(), QString("Press Start, then move slowly"));
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 1);
+  QCOMPARE(driver.Report().state, LiveState::kTracked);
+  QVERIFY2(driver.Window().Sentence().startsWith("Move on: 3 % of the frame, 10 % needed"),
+           qPrintable(driver.Window().Sentence()));
+  driver.Move(Qt::Key_Right, 12);
+  driver.Move(Qt::Key_Down, 8);
+
+  // Far aside and back: the first loss.
+  driver.Move(Qt::Key_Right, 6, Qt::ShiftModifier);
+  QCOMPARE(driver.Report().state, LiveState::kLost);
+  QCOMPARE(driver.Window().Sentence(), QString("Lost: move back to the highlighted place"));
+  const int placedBefore = driver.Report().path.size();
+  driver.Move(Qt::Key_Left, 6, Qt::ShiftModifier);
+  driver.WaitForFrame();
+  QVERIFY(driver.Report().state != LiveState::kLost);
+  QCOMPARE(driver.Report().path.size(), placedBefore);
+  driver.Move(Qt::Key_Left, 13);
+
+  // The second one.
+  driver.Move(Qt::Key_Down, 6, Qt::ShiftModifier);
+  QCOMPARE(driver.Report().state, LiveState::kLost);
+  driver.Move(Qt::Key_Up, 6, Qt::ShiftModifier);
+  driver.WaitForFrame();
+  QVERIFY(driver.Report().state != LiveState::kLost);
+  driver.Move(Qt::Key_Down, 6);
+
+  driver.Key(Qt::Key_F6);
+  driver.WaitForStitcher();
+  QCOMPARE(driver.SaveAndWait(Path("serpentine.png")), QString());
+  QVERIFY(driver.Report().path.size() > 8);
+  QVERIFY(IsSamePicture(Read("serpentine.png"), StitchByLibrary(driver.Frames())));
+}
+
+void SessionTest::pauseTakesNoFrames() {
+  SessionDriver driver;
+  driver.StartRun();
+  driver.Move(Qt::Key_Down, 5);
+  driver.Key(Qt::Key_Space);
+  QTRY_COMPARE(driver.Report().phase, RunPhase::kPaused);
+  const int stitched = driver.Report().stitched;
+  const std::size_t frames = driver.Frames().size();
+  driver.Key(Qt::Key_Right, Qt::ShiftModifier);
+  QTest::qWait(50);
+  QCOMPARE(driver.Report().stitched, stitched);
+  driver.Key(Qt::Key_Left, Qt::ShiftModifier);
+  QCOMPARE(driver.Frames().size(), frames);
+  QTest::qWait(30);  // until a frame of the old place is under the camera again
+  driver.Key(Qt::Key_Space);
+  QTRY_COMPARE(driver.Report().phase, RunPhase::kRunning);
+  driver.Move(Qt::Key_Down, 5);
+  driver.Key(Qt::Key_F6);
+  driver.WaitForStitcher();
+  QCOMPARE(driver.SaveAndWait(Path("pause.png")), QString());
+  QVERIFY(IsSamePicture(Read("pause.png"), StitchByLibrary(driver.Frames())));
+}
+
+void SessionTest::saveWhileRunning() {
+  SessionDriver driver;
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 10);
+  QCOMPARE(driver.SaveAndWait(Path("early.tif")), QString());
+  const int placed = driver.Report().path.size();
+  QVERIFY(driver.Report().phase == RunPhase::kRunning);
+  driver.Move(Qt::Key_Right, 6);
+  QVERIFY(driver.Report().path.size() > placed);
+  QVERIFY(driver.SaveAndWait("/nonexistent/picture.png").contains("/nonexistent/picture.png"));
+  driver.Key(Qt::Key_F6);
+  driver.WaitForStitcher();
+  QCOMPARE(driver.SaveAndWait(Path("late.png")), QString());
+  const cv::Mat whole = StitchByLibrary(driver.Frames());
+  QVERIFY(IsSamePicture(Read("late.png"), whole));
+  const cv::Mat early = Read("early.tif");
+  QVERIFY(!early.empty() && early.cols < whole.cols);
+  // Every pixel of the early picture that no later frame covers is the same later.
+  const cv::Rect untouched(0, 0, early.cols - 320, early.rows);
+  QVERIFY(IsSamePicture(early(untouched), whole(untouched)));
+}
+
+void SessionTest::viewByKeysAndMouse() {
+  SessionDriver driver;
+  jqscope::MosaicView& view = driver.Window().View();
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 10);
+  driver.Key(Qt::Key_1);
+  QVERIFY(qAbs(view.Scale() * view.devicePixelRatioF() - 1.0) < 1e-9);
+  QVERIFY(view.IsFollowing());
+  driver.Key(Qt::Key_Plus);
+  QVERIFY(qAbs(view.Scale() * view.devicePixelRatioF() - 1.25) < 1e-9);
+  const QPointF held = view.Transform().ToMosaic(QPointF(100, 80));
+  QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, QPoint(100, 80));
+  QTest::mouseMove(&view, QPoint(160, 90));
+  QMouseEvent move(QEvent::MouseMove, QPointF(160, 90), view.mapToGlobal(QPoint(160, 90)),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&view, &move);
+  QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, QPoint(160, 90));
+  const QPointF now = view.Transform().ToMosaic(QPointF(160, 90));
+  QVERIFY(qAbs(now.x() - held.x()) < 1e-6 && qAbs(now.y() - held.y()) < 1e-6);
+  QVERIFY(!view.IsFollowing());
+  driver.Key(Qt::Key_C);
+  QVERIFY(view.IsFollowing());
+  QTest::mouseDClick(&view, Qt::LeftButton);
+  QVERIFY(view.Visible().contains(QRectF(driver.Report().bounds)));
+  driver.Key(Qt::Key_C, Qt::ControlModifier);
+  const QImage copied = QApplication::clipboard()->image();
+  QCOMPARE(copied.size(), view.size() * view.devicePixelRatioF());
+}
+
+void SessionTest::everyActionCanBeReached() {
+  SessionDriver driver;
+  QStringList keys;
+  for (const QAction* action : driver.Window().findChildren<QAction*>()) {
+    if (action->property("drawing").isNull()) continue;
+    const QByteArray name = action->objectName().toUtf8();
+    QVERIFY2(!action->shortcut().isEmpty(), name);
+    QVERIFY2(!action->icon().isNull(), name);
+    QVERIFY2(!action->toolTip().isEmpty() && !action->statusTip().isEmpty(), name);
+    keys << action->shortcut().toString();
+  }
+  QVERIFY(keys.size() > 20);
+  QCOMPARE(keys.removeDuplicates(), 0);
+  for (const QWidget* widget : driver.Window().findChildren<QWidget*>()) {
+    if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible()) continue;
+    if (QByteArray(widget->metaObject()->className()).startsWith("Q")) continue;
+    QVERIFY2(!widget->accessibleName().isEmpty(), widget->metaObject()->className());
+  }
+}
+
+QTEST_MAIN(SessionTest)
+#include "session_test.moc"
