@@ -20,8 +20,11 @@ jqscope::Options SessionDriver::FreshOptions() {
   return options;
 }
 
-SessionDriver::SessionDriver(const jqscope::Options& options, cv::Size frame, cv::Size slide)
-    : m_window(std::make_unique<jqscope::MainWindow>(options, nullptr)) {
+SessionDriver::SessionDriver(jqscope::Options options, cv::Size frame, cv::Size slide) {
+  options.microscope.frame = frame;
+  options.microscope.scene = slide;
+  options.microscope.framesPerSecond = 200;
+  m_window = std::make_unique<jqscope::MainWindow>(options, nullptr);
   // Nobody is there to answer whether a picture may be lost.
   m_window->setProperty("discards", true);
   m_window->Work().Thread().Post([this](jqscope::RunDesk& desk) {
@@ -30,11 +33,6 @@ SessionDriver::SessionDriver(const jqscope::Options& options, cv::Size frame, cv
       m_frames.push_back(taken.image.clone());
     };
   });
-  jqscope::SourceChoice choice;
-  choice.microscope.frame = frame;
-  choice.microscope.scene = slide;
-  choice.microscope.framesPerSecond = 200;
-  m_window->Work().SetSource(choice);
   m_window->show();
   m_window->activateWindow();
   (void)QTest::qWaitForWindowActive(m_window.get());

@@ -13,9 +13,8 @@
 /// next step. Keeps the frames that the stitcher got.
 class SessionDriver {
  public:
-  explicit SessionDriver(const jqscope::Options& options = FreshOptions(),
-                         cv::Size frame = cv::Size(320, 240),
-                         cv::Size slide = cv::Size(1600, 1200));
+  explicit SessionDriver(jqscope::Options options = FreshOptions(),
+                         cv::Size frame = cv::Size(320, 240), cv::Size slide = cv::Size(1200, 900));
   ~SessionDriver();
 
   static jqscope::Options FreshOptions();

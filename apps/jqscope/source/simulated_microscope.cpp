@@ -37,6 +37,8 @@ class Microscope : public jqhost::FrameSource {
     frame = jqhost::SourceFrame();
     frame.number = ++m_number;
     frame.name = "frame " + std::to_string(m_number);
+    // Each time, since another microscope, retired meanwhile, may have had the last word.
+    m_stage.SetBounds(m_slide.size(), m_frame);
     const Stage::State now = m_stage.Now();
     const bool isOurs = now.scene == m_slide.size() && now.frame == m_frame;
     if (!isOurs) frame.why = "the slide is being changed";

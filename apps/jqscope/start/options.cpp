@@ -116,7 +116,7 @@ ParsedOptions ParseOptions(const QStringList& arguments) {
   o.run = parser.isSet("run");
   o.save = parser.value("save");
   o.quit = parser.isSet("quit");
-  o.slide = parser.value("slide");
+  o.microscope.slide = parser.value("slide").toLocal8Bit().toStdString();
   o.noTrim = parser.isSet("no-trim");
   o.fresh = parser.isSet("fresh");
   if (error.isEmpty()) {

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "settings/preferences.h"
+#include "source/simulated_microscope.h"
 
 namespace jqscope {
 
@@ -18,7 +19,7 @@ struct Options {
   std::optional<Theme> theme;
   std::optional<int> overlapMode, detectLevel, cornerBudget;
   bool noTrim = false;
-  QString slide;       ///< of the simulated microscope
+  MicroscopeOptions microscope;
   bool fresh = false;  ///< reads and writes no settings
 
   /// A script that wants the same from every start, whatever a person has set.

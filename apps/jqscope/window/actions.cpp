@@ -53,6 +53,8 @@ constexpr ActionRow kRows[] = {
      "save", true, false},
     {T("&Picture"), "saveas", T("Save &as…"), "Ctrl+Shift+S",
      T("Save the picture so far under another name"), "saveas", false, false},
+    {T("&Picture"), "cancel", T("Cancel sa&ving"), "Esc",
+     T("End the saving that goes on; an earlier file stays as it was"), "cancel", false, false},
     {T("&Picture"), "copy", T("&Copy view"), "Ctrl+C",
      T("Copy what the view shows to the clipboard"), "copy", false, false},
     {T("&Picture"), "", "", "", "", "", false, false},

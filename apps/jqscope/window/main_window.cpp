@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QKeyEvent>
+#include <QProgressBar>
 #include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
@@ -18,7 +19,7 @@ namespace {
 
 // A key press moves the stage by this share of the frame, and with Shift by that one,
 // which is too far to be followed.
-constexpr double kStep = 0.03, kLeap = 0.25;
+constexpr double kStep = 0.03, kLeap = 0.6;
 
 }  // namespace
 
@@ -47,13 +48,14 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   ConnectViewActions();
   ApplyTheme(m_preferences.theme);
   m_actions.DrawIcons(palette().color(QPalette::ButtonText));
+  m_actions["cancel"]->setEnabled(false);
   m_actions["trim"]->setChecked(m_preferences.trim);
   m_view->SetPixelSize(m_preferences.PixelSize());
   ShowBackground();
 
   const QString source = options.source.isEmpty() ? m_preferences.source : options.source;
   SourceChoice choice = ChooseSource(source.toLocal8Bit().toStdString());
-  choice.microscope.slide = options.slide.toLocal8Bit().toStdString();
+  choice.microscope = options.microscope;
   if (!options.save.isEmpty()) {
     m_savePath = options.save;
     choice.leftOut = {options.save.toLocal8Bit().toStdString()};
@@ -104,6 +106,11 @@ void MainWindow::BuildPanels() {
   m_stageDock->setWidget(stageHolder);
   addDockWidget(Qt::RightDockWidgetArea, m_stageDock);
   resizeDocks({dock}, {270}, Qt::Horizontal);
+  m_progress = new QProgressBar;
+  m_progress->setAccessibleName(tr("Progress"));
+  m_progress->setMaximumWidth(220);
+  m_progress->hide();
+  statusBar()->addPermanentWidget(m_progress);
   statusBar()->setSizeGripEnabled(false);
   m_view->setFocus();
 }
@@ -112,6 +119,7 @@ void MainWindow::ConnectSession() {
   connect(&m_session, &Session::reported, this, &MainWindow::OnReport);
   connect(&m_session, &Session::tilesCame, m_view, &MosaicView::Refresh);
   connect(&m_session, &Session::saved, this, &MainWindow::OnSaved);
+  connect(&m_session, &Session::saveProgressed, m_progress, &QProgressBar::setValue);
   connect(&m_session, &Session::sourceOpened, this, [this] {
     statusBar()->clearMessage();
     m_stagePanel->Refresh();

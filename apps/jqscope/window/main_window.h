@@ -16,6 +16,7 @@
 #include "work/session.h"
 
 class QDockWidget;
+class QProgressBar;
 class QSettings;
 
 namespace jqscope {
@@ -81,6 +82,7 @@ class MainWindow : public QMainWindow {
   Counters* m_counters = nullptr;
   StagePanel* m_stagePanel = nullptr;
   QDockWidget* m_stageDock = nullptr;
+  QProgressBar* m_progress = nullptr;  // of saving
   RunReport m_report;
   QString m_savePath;     // of this run
   int m_savedFrames = 0;  // placed frames in the picture saved last

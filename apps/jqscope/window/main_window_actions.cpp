@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QStatusBar>
 
 #include "window/main_window.h"
@@ -24,7 +25,11 @@ void MainWindow::ConnectRunActions() {
   const auto on = [this](const char* name, auto&& call) {
     connect(m_actions[name], &QAction::triggered, this, call);
   };
-  on("microscope", [this] { SetSource(SourceChoice(), "microscope"); });
+  on("microscope", [this] {
+    SourceChoice choice;
+    choice.microscope = m_options.microscope;
+    SetSource(choice, "microscope");
+  });
   on("camera", [this] { ChooseCamera(); });
   on("folder", [this] { ChooseFolder(SourceKind::kFiles); });
   on("watch", [this] { ChooseFolder(SourceKind::kWatched); });
@@ -37,6 +42,7 @@ void MainWindow::ConnectRunActions() {
         QFileDialog::getOpenFileName(this, tr("Slide of the simulated microscope"));
     if (path.isEmpty()) return;
     SourceChoice choice;
+    choice.microscope = m_options.microscope;
     choice.microscope.slide = ToPath(path);
     SetSource(choice, "microscope");
   });
@@ -53,6 +59,7 @@ void MainWindow::ConnectPictureActions() {
   };
   on("save", [this] { Save(); });
   on("saveas", [this] { SaveAs(); });
+  on("cancel", [this] { m_session.CancelSaving(); });
   on("copy", [this] {
     QApplication::clipboard()->setImage(m_view->Grab());
     statusBar()->showMessage(tr("The view is on the clipboard"), 4000);
@@ -143,7 +150,8 @@ void MainWindow::Save() {
 void MainWindow::SaveAs() {
   const QString path = QFileDialog::getSaveFileName(
       this, tr("Save the picture"), m_preferences.saveFolder + "/mosaic.png",
-      tr("Pictures (*.png *.tif *.tiff *.jpg *.bmp *.ppm *.webp);;All files (*)"));
+      tr("Pictures (*.png *.ome.tif *.ome.tiff *.dzi *.tif *.tiff *.jpg *.bmp *.ppm *.webp);;"
+         "All files (*)"));
   if (path.isEmpty()) return;
   m_savePath = path;
   m_preferences.saveFolder = QFileInfo(path).absolutePath();
@@ -152,18 +160,27 @@ void MainWindow::SaveAs() {
 
 void MainWindow::SaveTo(const QString& path) {
   SaveOrder order;
-  order.path = ToPath(path);
+  order.options.path = ToPath(path);
   order.trim = m_preferences.trim;
   if (const std::optional<QColor>& colour = m_preferences.background) {
-    order.background = {colour->red(), colour->green(), colour->blue()};
+    order.options.background = {colour->red(), colour->green(), colour->blue()};
+  }
+  if (m_preferences.PixelSize() > 0) {
+    const double metres = 1e-6 * m_preferences.PixelSize() * m_report.detectLevel;
+    order.options.pixelSize = cv::Size2d(metres, metres);
   }
   m_savedFrames = static_cast<int>(m_report.path.size());
   statusBar()->showMessage(tr("Saving %1").arg(path));
   m_session.Save(order);
+  m_progress->setValue(0);
+  m_progress->show();
+  m_actions["cancel"]->setEnabled(true);
 }
 
 void MainWindow::OnSaved(const QString& path, const QString& problem) {
   if (path.isEmpty()) m_savedFrames = 0;
+  m_progress->setVisible(m_session.Saving() > 0);
+  m_actions["cancel"]->setEnabled(m_session.Saving() > 0);
   statusBar()->showMessage(problem.isEmpty() ? tr("Saved as %1").arg(path) : problem);
   if (!problem.isEmpty() && m_options.IsScript()) qWarning("jqscope: %s", qPrintable(problem));
   Q_EMIT saved(path, problem);

@@ -2,6 +2,8 @@
 
 #include <exception>
 
+#include "host/output/save_picture.h"
+
 namespace jqscope {
 
 SaveJob::~SaveJob() {
@@ -13,19 +15,28 @@ void SaveJob::Start(Snapshot snapshot) {
 }
 
 void SaveJob::Run(Snapshot snapshot) {
-  std::string written, problem;
+  jqhost::SavedPicture saved;
   try {
     if (snapshot.picture.image.empty()) {
-      problem = tr("there is no picture yet").toLocal8Bit().toStdString();
+      saved.problem = tr("there is no picture yet").toLocal8Bit().toStdString();
     } else {
-      const cv::Mat image = jqhost::WithBackground(snapshot.picture.image, m_order.background);
-      written = jqhost::SavePictureSomehow(
-          m_order.path, snapshot.grey ? jqhost::AsGrey(image, m_order.background) : image, problem);
+      jqhost::SaveOptions options = m_order.options;
+      options.grey = snapshot.grey;
+      int told = -1;
+      const auto progress = [&](double share) {
+        const int percent = static_cast<int>(100 * share);
+        if (percent != std::exchange(told, percent)) Q_EMIT progressed(percent);
+      };
+      saved = jqhost::SavePictureSomehow(snapshot.picture.image, options, progress, m_stop);
+      if (saved.path.empty()) {
+        saved.problem = tr("saving was cancelled").toLocal8Bit().toStdString();
+      }
     }
   } catch (const std::exception& error) {
-    problem = error.what();
+    saved.problem = error.what();
   }
-  Q_EMIT done(QString::fromLocal8Bit(written.c_str()), QString::fromLocal8Bit(problem.c_str()));
+  Q_EMIT done(QString::fromLocal8Bit(saved.path.c_str()),
+              QString::fromLocal8Bit(saved.problem.c_str()));
 }
 
 }  // namespace jqscope

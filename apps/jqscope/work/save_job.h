@@ -2,20 +2,19 @@
 #define JQSCOPE_WORK_SAVE_JOB_H
 
 #include <QObject>
-#include <array>
-#include <optional>
-#include <string>
 #include <thread>
+#include <utility>
 
+#include "host/output/save_options.h"
+#include "host/run/stop_token.h"
 #include "work/run_desk.h"
 
 namespace jqscope {
 
 /// What to save, and how.
 struct SaveOrder {
-  std::string path;
-  bool trim = true;                              ///< to the placed frames
-  std::optional<std::array<int, 3>> background;  ///< red, green, blue where nothing is
+  jqhost::SaveOptions options;  ///< `grey` is found out
+  bool trim = true;             ///< to the placed frames
 };
 
 /// Saves one snapshot on a thread of its own, whole or not at all.
@@ -30,15 +29,20 @@ class SaveJob : public QObject {
   /// To be called once, from any thread.
   void Start(Snapshot snapshot);
   const SaveOrder& Order() const { return m_order; }
+  /// Ends the saving soon; an earlier file of that name stays as it was.
+  void Cancel() { m_stop.Request(); }
 
  Q_SIGNALS:
   /// @param path what was written, empty when nothing was; @param problem what to tell
   void done(const QString& path, const QString& problem);
+  /// @param percent of the work that is done, when it has changed
+  void progressed(int percent);
 
  private:
   void Run(Snapshot snapshot);
 
   const SaveOrder m_order;
+  jqhost::StopToken m_stop;
   std::thread m_thread;
 };
 

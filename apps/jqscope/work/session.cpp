@@ -48,6 +48,10 @@ void Session::Stop() {
   m_thread.Post([](RunDesk& desk) { desk.Stop(); });
 }
 
+void Session::CancelSaving() {
+  for (SaveJob* job : findChildren<SaveJob*>(QString(), Qt::FindDirectChildrenOnly)) job->Cancel();
+}
+
 void Session::Save(const SaveOrder& order) {
   auto* job = new SaveJob(order);
   job->setParent(this);
@@ -57,6 +61,7 @@ void Session::Save(const SaveOrder& order) {
     job->deleteLater();
     Q_EMIT saved(path, problem);
   });
+  connect(job, &SaveJob::progressed, this, &Session::saveProgressed);
   m_thread.Post([job](RunDesk& desk) { job->Start(desk.TakeSnapshot(job->Order().trim)); });
 }
 

@@ -33,6 +33,8 @@ class Session : public QObject {
   void Save(const SaveOrder& order);
   /// Pictures that are being saved.
   int Saving() const { return m_saving; }
+  /// Ends what is being saved, without a trace.
+  void CancelSaving();
 
   RunReport Report() { return m_thread.TakeReport(); }
   void BringWantedTiles() { m_thread.BringWantedTiles(); }
@@ -47,6 +49,7 @@ class Session : public QObject {
   void sourceFailed(const QString& why, bool retrying);
   /// @param path what was written, empty when nothing was; @param problem what to tell
   void saved(const QString& path, const QString& problem);
+  void saveProgressed(int percent);
   void complained(const QString& what);
 
  private:
