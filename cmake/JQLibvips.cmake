@@ -1,6 +1,6 @@
-# JQ_LIBVIPS tells whether pyramids (OME-TIFF, Deep Zoom) are written, with libvips: AUTO
-# where pkg-config finds it, ON to require it, OFF to do without. Sets JQ_HAS_LIBVIPS.
-set(JQ_LIBVIPS AUTO CACHE STRING "Write OME-TIFF and Deep Zoom with libvips: AUTO, ON or OFF")
+# JQ_LIBVIPS tells whether Deep Zoom is written, with libvips: AUTO where pkg-config finds
+# it, ON to require it, OFF to do without. Sets JQ_HAS_LIBVIPS.
+set(JQ_LIBVIPS AUTO CACHE STRING "Write Deep Zoom with libvips: AUTO, ON or OFF")
 set_property(CACHE JQ_LIBVIPS PROPERTY STRINGS AUTO ON OFF)
 
 set(JQ_HAS_LIBVIPS OFF)
@@ -8,7 +8,6 @@ set(JQ_HAS_LIBVIPS OFF)
 if(JQ_LIBVIPS STREQUAL "ON" OR (JQ_LIBVIPS STREQUAL "AUTO" AND NOT CMAKE_CROSSCOMPILING))
   find_package(PkgConfig)
   if(PKG_CONFIG_FOUND)
-    # 8.10 is the first that writes reduced levels as SubIFDs.
     pkg_check_modules(JQ_LIBVIPS IMPORTED_TARGET vips>=8.10)
   endif()
   if(TARGET PkgConfig::JQ_LIBVIPS)
@@ -18,4 +17,4 @@ if(JQ_LIBVIPS STREQUAL "ON" OR (JQ_LIBVIPS STREQUAL "AUTO" AND NOT CMAKE_CROSSCO
       "(Debian: libvips-dev)")
   endif()
 endif()
-message(STATUS "Pyramids with libvips: ${JQ_HAS_LIBVIPS}")
+message(STATUS "Deep Zoom with libvips: ${JQ_HAS_LIBVIPS}")

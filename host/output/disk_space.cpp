@@ -56,16 +56,6 @@ double PackedSize(const cv::Mat& sample, const SaveOptions& options, PyramidKind
   return static_cast<double>(bytes.size());
 }
 
-void CheckFree(const fs::path& folder, double needed, const std::string& shown,
-               const std::string& where) {
-  std::error_code error;
-  const fs::space_info space = fs::space(folder.empty() ? "." : folder, error);
-  if (error || static_cast<double>(space.available) >= kSurelyNeeded * needed) return;
-  throw InputError("cannot write '" + shown + "': it needs about " + BytesText(needed) + where +
-                   ", and " + BytesText(static_cast<double>(space.available)) +
-                   " are free (free some space, or choose another disk)");
-}
-
 }  // namespace
 
 std::string BytesText(double bytes) {
@@ -90,13 +80,13 @@ double EstimateBytes(const PixelSource& pixels, const SaveOptions& options) {
 
 void CheckDiskSpace(const PixelSource& pixels, const SaveOptions& options) {
   const double needed = EstimateBytes(pixels, options);
-  CheckFree(fs::path(options.path).parent_path(), needed, options.path, std::string());
-  if (PyramidKindOf(options.path) != PyramidKind::kOmeTiff) return;
+  const fs::path folder = fs::path(options.path).parent_path();
   std::error_code error;
-  const fs::path temporary = fs::temp_directory_path(error);
-  if (error) return;
-  CheckFree(temporary, needed / 4, options.path,
-            " for its reduced levels in '" + temporary.string() + "'");
+  const fs::space_info space = fs::space(folder.empty() ? "." : folder, error);
+  if (error || static_cast<double>(space.available) >= kSurelyNeeded * needed) return;
+  throw InputError("cannot write '" + options.path + "': it needs about " + BytesText(needed) +
+                   ", and " + BytesText(static_cast<double>(space.available)) +
+                   " are free (free some space, or choose another disk)");
 }
 
 }  // namespace jqhost

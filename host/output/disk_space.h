@@ -11,8 +11,7 @@ namespace jqhost {
 double EstimateBytes(const PixelSource& pixels, const SaveOptions& options);
 
 /// Raises `InputError` when the disk of `options.path` has less than four fifths of that
-/// free: so much less than the estimate that the work would be in vain. For an OME-TIFF,
-/// whose reduced levels lie in the folder for temporary files meanwhile, the same there.
+/// free: so much less than the estimate that the work would be in vain.
 void CheckDiskSpace(const PixelSource& pixels, const SaveOptions& options);
 
 /// "1.3 GB", "20 MB".

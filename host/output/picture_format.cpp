@@ -43,14 +43,13 @@ bool Encode(const std::string& extension, const cv::Mat& picture,
   }
 }
 
-void CheckPyramid(const std::string& path, PyramidKind kind) {
+void CheckDeepZoom(const std::string& path) {
   if (!HasLibvips()) {
     throw InputError("cannot write '" + path +
-                     "': " + (kind == PyramidKind::kOmeTiff ? "OME-TIFF" : "Deep Zoom") +
-                     " needs libvips, and this program was built without it (" + kGoodExtensions +
-                     ")");
+                     "': Deep Zoom needs libvips, and this program was built without it (use "
+                     ".ome.tif or .png)");
   }
-  if (kind == PyramidKind::kDeepZoom) CheckDeepZoomPlace(path);
+  CheckDeepZoomPlace(path);
 }
 
 }  // namespace
@@ -63,9 +62,9 @@ std::string PictureExtension(const std::string& path) {
 }
 
 void CheckPictureFormat(const std::string& path) {
-  if (const PyramidKind kind = PyramidKindOf(path); kind != PyramidKind::kNone) {
-    return CheckPyramid(path, kind);
-  }
+  const PyramidKind kind = PyramidKindOf(path);
+  if (kind == PyramidKind::kDeepZoom) CheckDeepZoom(path);
+  if (kind != PyramidKind::kNone) return;
   const std::string extension = PictureExtension(path);
   if (extension.empty()) {
     throw InputError("cannot write '" + path + "': the name has no extension to tell the format (" +

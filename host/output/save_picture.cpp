@@ -14,6 +14,7 @@
 #include "host/output/pyramid/deep_zoom_place.h"
 #include "host/output/pyramid/pyramid.h"
 #include "host/output/scale_bar.h"
+#include "host/output/tiff_file.h"
 
 namespace fs = std::filesystem;
 

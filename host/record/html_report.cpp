@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "host/output/scale_bar.h"
 #include "host/record/html_map.h"
 #include "host/record/html_page.h"
 #include "host/record/html_table.h"
@@ -23,6 +24,14 @@ std::string Pixels(cv::Size size) {
   return std::to_string(size.width) + " x " + std::to_string(size.height) + " pixels";
 }
 
+std::string Scale(const RunRecord& record) {
+  if (!record.pixelSize) return std::string();
+  const cv::Size2d pixel = *record.pixelSize;
+  return "<p>A pixel is " + LengthText(pixel.width) + " x " + LengthText(pixel.height) +
+         ", the picture " + LengthText(pixel.width * record.pictureSize.width) + " x " +
+         LengthText(pixel.height * record.pictureSize.height) + ".</p>\n";
+}
+
 }  // namespace
 
 std::string HtmlReport(const RunRecord& record, const cv::Mat& picture, const Words& words) {
@@ -37,7 +46,8 @@ std::string HtmlReport(const RunRecord& record, const cv::Mat& picture, const Wo
   if (record.truth && !record.truth->errors.empty()) page += Errors(*record.truth);
   if (!picture.empty()) {
     page += "<h2>" + Escape(std::filesystem::path(record.picture).filename().string()) + ", " +
-            Pixels(record.pictureSize) + "</h2>\n" + HtmlMap(record, names, picture) +
+            Pixels(record.pictureSize) + "</h2>\n" + Scale(record) +
+            HtmlMap(record, names, picture) +
             "<p>Frames in blue, their order in orange, the first one green, seams in magenta, " +
             "where the track was lost in red.</p>\n";
   }

@@ -113,6 +113,10 @@ json OutcomeJson(const RunRecord& record) {
                          {"size", SizeJson(record.pictureSize)},
                          {"trimmedBy", record.trimmedBy},
                          {"firstFrame", PointJson(record.firstCorner)}};
+    if (record.pixelSize) {  // metres
+      result["picture"]["pixelSize"] = {{"x", record.pixelSize->width},
+                                        {"y", record.pixelSize->height}};
+    }
   }
   if (record.truth) result["truth"] = TruthJson(*record.truth);
   return result;

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <map>
 
-#include "host/input_error.h"
 #include "host/output/picture_format.h"
 #include "host/output/pyramid/pyramid.h"
 
@@ -14,7 +13,7 @@ using jqhost::PyramidKind;
 namespace jqstitch {
 namespace {
 
-constexpr double kSmallestPixel = 1e-12, kLargestPixel = 0.1;  // metres
+constexpr double kSmallestPixel = 1e-11, kLargestPixel = 0.1;  // metres
 
 std::array<int, 3> ParseColour(const std::string& text) {
   std::array<int, 3> colour{};
@@ -44,7 +43,7 @@ double ParseLength(const std::string& text) {
   }
   const double metres = number * unit->second;
   if (!(metres >= kSmallestPixel && metres <= kLargestPixel)) {
-    throw CLI::ValidationError("--pixel-size", "'" + text + "' is not from 0.001nm to 100mm");
+    throw CLI::ValidationError("--pixel-size", "'" + text + "' is not from 0.01nm to 100mm");
   }
   return metres;
 }
@@ -122,17 +121,6 @@ void AddPictureOptions(CLI::App& command, PictureOptions& options) {
       ->type_name("FILE")
       ->check(CheckMaskName);
   command.parse_complete_callback([&options] { CheckTogether(options); });
-}
-
-void CheckPictureFormats(const PictureOptions& options) {
-  jqhost::CheckPictureFormat(options.output);
-  const std::string extension = jqhost::PictureExtension(options.output);
-  const bool isTiff = extension == ".tif" || extension == ".tiff";
-  if (isTiff && options.pixelSize && !jqhost::HasLibvips()) {
-    throw jqhost::InputError("cannot write '" + options.output +
-                             "': a TIFF with --pixel-size needs libvips, and this program was "
-                             "built without it (use .png)");
-  }
 }
 
 std::optional<cv::Size2d> PicturePixelSize(const PictureOptions& options, cv::Size frame,

@@ -30,9 +30,6 @@ struct PictureOptions {
 /// not fit each other. `options` must outlive the parsing.
 void AddPictureOptions(CLI::App& command, PictureOptions& options);
 
-/// Finds out whether this build writes the formats asked for. Raises `InputError`.
-void CheckPictureFormats(const PictureOptions& options);
-
 /// Width and height of a pixel of the picture, in metres, where the user told that of a
 /// frame: frames are shrunk by the detection level before they are placed.
 std::optional<cv::Size2d> PicturePixelSize(const PictureOptions& options, cv::Size frame,

@@ -99,7 +99,7 @@ void CheckOutputs(const RunOptions& options, const std::string& preview) {
     jqhost::RemoveAbandonedTemporaries(paths[i]);
     jqhost::CheckWritable(paths[i]);
   }
-  CheckPictureFormats(options.picture);
+  jqhost::CheckPictureFormat(options.picture.output);
   if (!preview.empty()) jqhost::CheckPictureFormat(preview);
 }
 

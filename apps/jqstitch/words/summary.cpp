@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "host/output/scale_bar.h"
 #include "words/frame_list.h"
 #include "words/frame_words.h"
 #include "words/numbers.h"
@@ -109,6 +110,10 @@ std::string SummaryText(const RunRecord& record) {
     text += "Picture: " + record.picture + ", " + std::to_string(record.pictureSize.width) + " x " +
             std::to_string(record.pictureSize.height) + " pixels";
     if (record.trimmedBy == "nothing") text += ", not trimmed";
+    if (record.pixelSize) {
+      text += ", " + jqhost::LengthText(record.pixelSize->width * record.pictureSize.width) +
+              " x " + jqhost::LengthText(record.pixelSize->height * record.pictureSize.height);
+    }
     text += "\n";
   }
   AppendDoubt(record, text);

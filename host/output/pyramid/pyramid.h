@@ -9,42 +9,21 @@
 
 namespace jqhost {
 
-/// Formats of tiles in several sizes, for pictures too large to be opened whole. They
-/// are written with libvips, which a build may lack.
+/// Formats of tiles in several sizes, for pictures too large to be opened whole.
 enum class PyramidKind { kNone, kOmeTiff, kDeepZoom };
 
 /// By the name: .ome.tif and .ome.tiff, or .dzi, in capitals too.
 PyramidKind PyramidKindOf(const std::string& path);
 
-/// Whether this build writes pyramids, and TIFFs with a pixel size.
+/// Whether this build has libvips, which writes Deep Zoom.
 bool HasLibvips();
 
-/// Side of the tiles of an OME-TIFF.
-constexpr int kOmeTile = 512;
-
-/// Whether a TIFF takes offsets of 64 bits. How small the tiles become is not known before
-/// they are written; offsets of 32 bits do where tiles that cannot be packed, which even
-/// grow a little, and those of the reduced levels end within 4 GB.
-bool NeedsBigTiff(cv::Size size, int channels);
-
-/// Writes the file; its name may be any. Tiles of 512 x 512, the reduced levels as
-/// SubIFDs. Each pixel of a reduced level is
-/// the mean of 2 x 2 of the level above, (sum + 2) / 4 per sample; an odd last row or
-/// column of the level above is left out. Raises `InputError`.
-/// @param shown the name for messages
-/// @return false when the stop token ended it
-bool WriteOmeTiff(const PixelSource& pixels, const SaveOptions& options, const std::string& file,
-                  const SaveProgress& progress, const StopToken& stop);
-
 /// Writes `folder`/`stem`.dzi and the tiles into `folder`/`stem`_files. Tiles of 254 x 254
-/// that overlap by 1 pixel, levels down to 1 x 1. The means are those of `WriteOmeTiff`,
-/// with an odd last row or column of the level above counted twice.
+/// that overlap by 1 pixel, levels down to 1 x 1, whose pixels are those of `HalvedPixels`.
+/// Raises `InputError`.
+/// @return false when the stop token ended it
 bool WriteDeepZoom(const PixelSource& pixels, const SaveOptions& options, const std::string& folder,
                    const std::string& stem, const SaveProgress& progress, const StopToken& stop);
-
-/// Writes a plain TIFF, in strips, without loss, with resolution tags.
-bool WriteTiff(const PixelSource& pixels, const SaveOptions& options, const std::string& file,
-               const SaveProgress& progress, const StopToken& stop);
 
 }  // namespace jqhost
 

@@ -21,11 +21,4 @@ PyramidKind PyramidKindOf(const std::string& path) {
   return EndsWith(path, ".dzi") ? PyramidKind::kDeepZoom : PyramidKind::kNone;
 }
 
-bool NeedsBigTiff(cv::Size size, int channels) {
-  // The tiles at the edges are filled up. Each level has a quarter of the one above.
-  const double filled = (size.width + kOmeTile - 1.0) * (size.height + kOmeTile - 1.0) * channels;
-  constexpr double kGrowth = 1.05, kLevels = 4.0 / 3.0, kTables = 16e6;
-  return filled * kLevels * kGrowth + kTables > 4294967295.0;
-}
-
 }  // namespace jqhost

@@ -10,6 +10,7 @@
 #include "host/output/disk_space.h"
 #include "host/output/pyramid/pyramid.h"
 #include "host/output/save_case.h"
+#include "host/output/tiff_file.h"
 
 namespace jqhost_test {
 namespace {
@@ -69,7 +70,8 @@ class Disk : public SaveCase {
               (Names{"a.dzi", "a.ome.tif", "a.png", "a_files"}));
   }
   static Names Formats() {
-    return jqhost::HasLibvips() ? Names{"a.png", "a.ome.tif", "a.dzi"} : Names{"a.png"};
+    return jqhost::HasLibvips() ? Names{"a.png", "a.ome.tif", "a.dzi"}
+                                : Names{"a.png", "a.ome.tif"};
   }
 
   bool m_mounted = false;

@@ -25,10 +25,9 @@ inline cv::Mat MosaicScene(cv::Size size, std::uint64_t seed) {
 }
 
 /// The next smaller level by its plain definition: the mean of 2 x 2 pixels, rounded
-/// half up. An odd last row or column is left out, or counted twice where `up`.
-inline cv::Mat HalfByMean(const cv::Mat& from, bool up) {
-  const int add = up ? 1 : 0;
-  cv::Mat to((from.rows + add) / 2, (from.cols + add) / 2, from.type());
+/// half up. An odd last row or column counts twice.
+inline cv::Mat HalfByMean(const cv::Mat& from) {
+  cv::Mat to((from.rows + 1) / 2, (from.cols + 1) / 2, from.type());
   const int channels = from.channels();
   for (int r = 0; r < to.rows; ++r) {
     for (int c = 0; c < to.cols; ++c) {

@@ -33,9 +33,10 @@ with tifffile.TiffFile(sys.argv[1]) as file:
         "compression": page.compression.name,
         "photometric": page.photometric.name,
         "resolution": [page.tags[tag].value[0] / page.tags[tag].value[1]
-                       for tag in ("XResolution", "YResolution")],
-        "unit": page.tags["ResolutionUnit"].value.name,
+                       for tag in ("XResolution", "YResolution") if tag in page.tags],
     }
+    if "ResolutionUnit" in page.tags:
+        seen["unit"] = page.tags["ResolutionUnit"].value.name
     if file.is_ome:
         seen["pixels"] = pixels_element(file.ome_metadata)
     print(json.dumps(seen))

@@ -1,4 +1,4 @@
-#include "host/output/pyramid/ome_xml.h"
+#include "host/output/ome_xml.h"
 
 #include <cstdio>
 

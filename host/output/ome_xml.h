@@ -1,5 +1,5 @@
-#ifndef JQHOST_OUTPUT_PYRAMID_OME_XML_H
-#define JQHOST_OUTPUT_PYRAMID_OME_XML_H
+#ifndef JQHOST_OUTPUT_OME_XML_H
+#define JQHOST_OUTPUT_OME_XML_H
 
 #include <opencv2/core.hpp>
 #include <optional>
@@ -13,4 +13,4 @@ std::string OmeXml(cv::Size size, int samples, const std::optional<cv::Size2d>& 
 
 }  // namespace jqhost
 
-#endif  // JQHOST_OUTPUT_PYRAMID_OME_XML_H
+#endif  // JQHOST_OUTPUT_OME_XML_H
