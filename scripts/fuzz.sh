@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds the fuzzers with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
-# runs each of them for a while. Prints the executions of each; ends with an error when
+# runs each of them for a while, as many at a time as there are processors. Prints the executions of each; ends with an error when
 # one has a finding, whose input it keeps.
 #
 # usage: scripts/fuzz.sh MINUTES [FUZZER...]
@@ -44,27 +44,40 @@ scratch=$(mktemp -d "$build/scratch.XXXXXX")
 trap 'rm -rf "$scratch"' EXIT
 mkdir -p "$build/findings"
 
-found=0
-summary=()
-for name in "${fuzzers[@]}"; do
-  echo "== $name, $seconds seconds"
-  corpus=${keep:+$build/corpus/$name}
+# Runs one of them. The image readers tell every damaged file on standard error, hence
+# the log.
+fuzz() {
+  local name=$1 corpus=${keep:+$build/corpus/$1}
   corpus=${corpus:-$scratch/$name}
-  log=$build/$name.log
   mkdir -p "$corpus"
-  verdict=sound
-  # The image readers tell every damaged file on standard error, hence the log.
   TMPDIR=$scratch "$build/tests/fuzz/${name}_fuzzer" "$corpus" "$build/seeds/$name" \
     -max_total_time="$seconds" -max_len=1024 -len_control=0 -timeout=20 -rss_limit_mb=3072 \
     -use_value_profile=1 -print_final_stats=1 -artifact_prefix="$build/findings/$name-" \
-    >"$log" 2>&1 || verdict="FINDING, see $log"
-  if [ "$verdict" != sound ]; then
+    >"$build/$name.log" 2>&1 || touch "$scratch/$name.found"
+}
+
+echo "== ${fuzzers[*]}: $seconds seconds each, $(nproc) at a time"
+running=0
+for name in "${fuzzers[@]}"; do
+  if [ "$running" -ge "$(nproc)" ]; then
+    wait -n
+    running=$((running - 1))
+  fi
+  fuzz "$name" &
+  running=$((running + 1))
+done
+wait
+
+found=0
+for name in "${fuzzers[@]}"; do
+  log=$build/$name.log
+  verdict=sound
+  if [ -e "$scratch/$name.found" ]; then
     found=1
+    verdict="FINDING, see $log"
     grep -aE -A30 'ERROR|runtime error|does not hold' "$log" | head -60 || true
   fi
   runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
-  summary+=("$(printf '%-11s %9s executions, %s' "$name" "${runs:-?}" "$verdict")")
+  printf '%-11s %9s executions, %s\n' "$name" "${runs:-?}" "$verdict"
 done
-echo
-printf '%s\n' "${summary[@]}"
 exit "$found"
