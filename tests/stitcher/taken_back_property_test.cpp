@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -13,6 +14,7 @@
 #include "stage.h"
 #include "support/cpu_levels.h"
 #include "support/host_record.h"
+#include "support/outcome.h"
 
 namespace {
 
@@ -23,7 +25,7 @@ class TakenBack : public ::testing::TestWithParam<std::tuple<int, int>> {
 
   void Run(RandomSource& random);
 
-  int m_placed = 0, m_undone = 0, m_shrunk = 0, m_continued = 0, m_restored = 0;
+  int m_placed = 0, m_undone = 0, m_shrunk = 0, m_continued = 0, m_restored = 0, m_refused = 0;
 };
 
 // By the stated rule and plain loops.
@@ -68,15 +70,38 @@ class TracedRun {
       HostRecord again(frame);
       twin.Stitching(again.get(), m_mode, m_level, 8);
     });
+    m_trimmed = false;
     const bool placed = !first && library->IsLastFrameAccepted();
     if (placed) Keep(before);
     stage.Placed(placed);
     return placed;
   }
 
+  // With no room to grow. Whether the frame was refused for that, which nobody notices.
+  bool FeedWithoutRoom(const cv::Mat& frame) {
+    if (m_trimmed) return false;  // a failed call takes the trimmed picture away
+    const SeenRun before(*library);
+    const cv::Mat& mosaic = before.view.mosaic;
+    const auto bytes = static_cast<std::int64_t>(mosaic.total() * mosaic.elemSize());
+    library->SetMemoryLimit(std::max<std::int64_t>(bytes, 1));
+    const Outcome outcome = Ending([&] { Feed(frame); });
+    library->SetMemoryLimit(0);
+    if (outcome == Outcome::kReturned) return false;
+    const JQFrameVerdict verdict = library->GetLastVerdict();
+    EXPECT_EQ(verdict.cause, JQFrameCause::kCallFailed);
+    EXPECT_GT(verdict.mosaicBytesNeeded, bytes);
+    StitcherView expected = before.view;
+    expected.placed = false;  // the verdict on the newest frame, as the next
+    expected.pairCount = 0;
+    ExpectSame(ViewOf(*library), expected);
+    EXPECT_EQ(library->GetUndoCount(), static_cast<int>(m_kept.size()));
+    return true;
+  }
+
   // The calls by which a host looks at and changes the current picture.
   void LookAt(int which, const cv::Mat& frame) {
     HostRecord record(frame);
+    if (which == 0) m_trimmed = true;
     const auto look = [which](auto& stitcher, _tagJQIMG* img) {
       if (which == 0) stitcher.CutEdge(img);
       if (which == 1) stitcher.GetImageStitching(img);
@@ -100,6 +125,7 @@ class TracedRun {
     }
     ExpectSameRun(*library, m_kept.back().seen);
     m_calls.resize(m_kept.back().calls);
+    m_trimmed = true;  // or not; it need not be known
     stage.TakenBack();
     m_kept.pop_back();
     EXPECT_EQ(library->GetUndoCount(), static_cast<int>(m_kept.size()));
@@ -161,8 +187,6 @@ class TracedRun {
     reference::Stitcher twin;
     for (const auto& call : m_calls) call(twin);
     StitcherView actual = ViewOf(*library), expected = ViewOf(twin);
-    // Left by the newest call, which the twin may not have met.
-    actual.placed = expected.placed;
     for (StitcherView* view : {&actual, &expected}) {
       view->record = _tagJQIMG();
       view->showsMosaic = view->showsCurrent = false;
@@ -196,6 +220,7 @@ class TracedRun {
   int m_mode, m_level;
   cv::Size m_frame;
   size_t m_depth = 0;
+  bool m_trimmed = false;  // the current picture is not a frame
   std::vector<Kept> m_kept;
   std::vector<std::function<void(reference::Stitcher&)>> m_calls;
 };
@@ -234,6 +259,10 @@ void TakenBack::Run(RandomSource& random) {
       case 7:
         run.LookAt(random.Int(mode() == 0 ? 0 : 1, 2), frame);
         break;
+      case 8:
+        frame = run.stage.Next();
+        m_refused += run.FeedWithoutRoom(frame);
+        break;
       default:
         frame = run.stage.Next();
         m_placed += run.Feed(frame);
@@ -255,8 +284,10 @@ TEST_P(TakenBack, IsAsIfItHadNotBeen) {
     RandomSource random(seed);
     Run(random);
   }
-  std::printf("%d placed, %d undone, %d of them shrank the mosaic, %d continued, %d moved\n",
-              m_placed, m_undone, m_shrunk, m_continued, m_restored);
+  std::printf(
+      "%d placed, %d undone, %d of them shrank the mosaic, %d continued, %d moved, "
+      "%d had no room\n",
+      m_placed, m_undone, m_shrunk, m_continued, m_restored, m_refused);
   if (rounds >= 3) {
     EXPECT_GE(m_placed, 6);
     EXPECT_GE(m_undone, 2);
