@@ -44,6 +44,7 @@ bool HoldsTheOldPixels(const cv::Mat& grown, const cv::Size& old, const Borders&
 }
 
 void Grow(Way way, cv::Size size, const Borders& borders, Sample& sample, bool& equal) {
+  TrimHeap();
   const std::size_t without = Resident();
   cv::Mat mosaic = way == Way::kInPlace
                        ? jqstitching::GrowableZeros(size.height, size.width, CV_8UC3)

@@ -1,5 +1,6 @@
 #include "report/process.h"
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -58,6 +59,12 @@ bool RestartPeakResident() {
   std::ofstream out("/proc/self/clear_refs");
   out << "5" << std::flush;
   return out.good();
+}
+
+void TrimHeap() {
+#if defined(__GLIBC__)
+  malloc_trim(0);
+#endif
 }
 
 long MinorFaults() {

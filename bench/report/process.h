@@ -12,6 +12,9 @@ std::size_t Resident();
 std::size_t PeakResident();
 bool RestartPeakResident();
 
+/// Gives back to the system what the heap keeps for later, where the system's heap can.
+void TrimHeap();
+
 /// Page faults served without reading a disk, since the start.
 long MinorFaults();
 
