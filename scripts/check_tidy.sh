@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 case "${1:-}" in
   -h|--help) sed -n '2,/^set/{/^#/s/^# \{0,1\}//p}' "$0"; exit 0 ;;
 esac
-scripts/install_dependencies.sh --clang --tidy
+scripts/install_dependencies.sh --clang --tidy --libvips
 
 # Reading the headers of the libraries costs far more than reading the sources, so
 # several sources are read as one file; and one vector level, that of the most usual

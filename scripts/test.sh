@@ -2,7 +2,7 @@
 # Installs what is missing, configures, builds and runs every test.
 #
 # usage: scripts/test.sh [--compiler gcc|clang] [--qt 5|6] [--sanitize] [--werror]
-#                        [--no-bench] [--rooms "ROOM..."] [--build DIR] [-- CTEST-OPTIONS]
+#                        [--no-bench] [--no-libvips] [--rooms "ROOM..."] [--build DIR] [-- CTEST-OPTIONS]
 #
 #   --compiler GCC when not given, or clang 14
 #   --qt       major version of Qt, 5 when not given
@@ -10,6 +10,7 @@
 #              build; leaves the benches out
 #   --werror   warnings are errors
 #   --no-bench leave the benches out
+#   --no-libvips  build without libvips, and so without Deep Zoom
 #   --rooms    only the tests in these folders of tests/
 #   --build    build folder, one for each combination when not given
 set -euo pipefail
@@ -20,6 +21,7 @@ qt=5
 sanitize=
 werror=OFF
 bench=ON
+libvips=ON
 rooms=
 build=
 while [ $# -gt 0 ]; do
@@ -29,6 +31,7 @@ while [ $# -gt 0 ]; do
     --sanitize) sanitize=1; bench=OFF; shift ;;
     --werror) werror=ON; shift ;;
     --no-bench) bench=OFF; shift ;;
+    --no-libvips) libvips=OFF; shift ;;
     --rooms) rooms=${2// /;}; shift 2 ;;
     --build) build=$2; shift 2 ;;
     --) shift; break ;;
@@ -40,7 +43,9 @@ done
 name=build-qt$qt
 packages=(--qt "$qt")
 options=(-DJQ_QT_MAJOR="$qt" -DJQ_WARNINGS_AS_ERRORS=$werror -DJQ_BUILD_BENCH=$bench
-  -DJQ_BUILD_APPS=ON -DJQ_BUILD_TESTS=ON "-DJQ_TEST_ROOMS=$rooms")
+  -DJQ_BUILD_APPS=ON -DJQ_BUILD_TESTS=ON "-DJQ_TEST_ROOMS=$rooms"
+  -DJQ_LIBVIPS=$libvips)
+[ $libvips = OFF ] || packages+=(--libvips)
 case "$compiler" in
   gcc) ;;
   clang)

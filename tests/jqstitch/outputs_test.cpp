@@ -118,6 +118,9 @@ TEST_P(Outputs, TemporaryFilesOfADeadRunAreRemovedAndNoOthers) {
   const Strings others = {ours, ".jqstitch-notes.tmp.png", ".jqstitch-12"};
   std::ofstream(m_out / (".jqstitch-" + std::to_string(dead) + "-1.tmp.png")) << "left";
   std::ofstream(m_out / (".jqstitch-" + std::to_string(dead) + "-7.tmp")) << "left";
+  const std::string tiles = m_out / (".jqstitch-" + std::to_string(dead) + "-1.tmp.dzi");
+  fs::create_directories(tiles + "/picture_files/0");
+  std::ofstream(tiles + "/picture_files/0/0_0.png") << "left";
   for (const std::string& name : others) std::ofstream(m_out / name) << "kept";
   EXPECT_EQ(Run({"-o", m_out / "mosaic.png"}).exitCode, 0);
   Strings expected = others;

@@ -125,6 +125,21 @@ TEST_F(TiffFile, EveryCompressionIsWhatItIsCalled) {
             jqstitch_test::ReadFile(Path("fine.ome.tif")).size());
 }
 
+// The slide reader takes it for a tiled TIFF of no maker's, and sees the picture itself;
+// reduced levels in SubIFDs it does not look for.
+TEST_F(TiffFile, OmeTiffIsOpenedByASlideReader) {
+  jqhost::SaveOptions options = Options("a.ome.tif");
+  Save(MosaicScene({1100, 700}, 18), options);
+  const std::string command =
+      "openslide-show-properties '" + options.path + "' >'" + Path("seen") + "'";
+  ASSERT_EQ(std::system(command.c_str()), 0) << "is openslide-tools installed?";
+  const std::string seen = jqstitch_test::ReadFile(Path("seen"));
+  for (const char* part : {"openslide.vendor: 'generic-tiff'", "level[0].width: '1100'",
+                           "level[0].height: '700'", "level[0].tile-width: '512'"}) {
+    EXPECT_NE(seen.find(part), std::string::npos) << part << " in " << seen;
+  }
+}
+
 TEST_F(TiffFile, APlainTiffHasItsResolutionInTags) {
   const cv::Mat view = MosaicScene({333, 222}, 14);
   jqhost::SaveOptions options = Options("a.tif");
