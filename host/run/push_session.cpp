@@ -12,6 +12,12 @@
 namespace jqhost {
 
 FrameResult PushSession::Take(const SourceFrame& frame) {
+  FrameResult result = TakeUnsettled(frame);
+  if (IsUnsettled()) Settle(result);
+  return result;
+}
+
+FrameResult PushSession::TakeUnsettled(const SourceFrame& frame) {
   FrameResult result;
   result.name = frame.name;
   result.number = frame.number;
@@ -44,7 +50,7 @@ void PushSession::Stitch(const cv::Mat& image, FrameResult& result) {
       m_judge->JudgeFirst(result);
     } else {
       m_judge->Judge(
-          m_stitcher, [&] { return AsTakenIn(image); }, result);
+          m_stitcher, [image] { return ReduceFrame(image); }, result);
       if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
     }
   });

@@ -24,6 +24,14 @@ class PushSession {
   /// the result's cause, and the run can go on.
   FrameResult Take(const SourceFrame& frame);
 
+  /// The same for a caller that has something else to do meanwhile: the doubt about a
+  /// placed frame is looked into on another thread. Where `IsUnsettled`, the result lacks
+  /// it until `Settle`, which is called before the next frame is taken. Until then the
+  /// frame's pixels must neither change nor go away.
+  FrameResult TakeUnsettled(const SourceFrame& frame);
+  bool IsUnsettled() const { return m_judge && m_judge->IsUnsettled(); }
+  void Settle(FrameResult& result) { m_judge->Settle(result); }
+
   /// Whether any frame could be used so far. Nothing below has a meaning before.
   bool HasStarted() const { return m_judge.has_value(); }
   /// Whether memory ran out: more frames can be tried, but will hardly fit.
