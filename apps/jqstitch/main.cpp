@@ -17,7 +17,9 @@
 #include "host/system/pinned_file.h"
 #include "inspect/inspect_command.h"
 #include "live/live_command.h"
+#include "resume/resume_command.h"
 #include "simulate/simulate_command.h"
+#include "verify/verify_command.h"
 
 namespace {
 
@@ -104,6 +106,8 @@ int Run(int argc, char** argv) {
   jqstitch::AddSimulateCommand(app, exitCode);
   jqstitch::AddInspectCommand(app, exitCode);
   jqstitch::AddFlatCommand(app, exitCode);
+  jqstitch::AddResumeCommand(app, exitCode);
+  jqstitch::AddVerifyCommand(app, exitCode);
 
   try {
     app.parse(argc, argv);

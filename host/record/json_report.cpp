@@ -96,6 +96,7 @@ json OutcomeJson(const RunRecord& record) {
                  {"frames", record.frames.size()},
                  {"placed", CountPlaced(record)},
                  {"doubtful", CountDoubtful(record)},
+                 {"takenBack", CountTakenBack(record)},
                  {"skipped", record.skipped},
                  {"seconds", record.seconds},
                  {"notes", record.notes},

@@ -13,8 +13,15 @@ int CountPlaced(const RunRecord& record) {
 }
 
 int CountDoubtful(const RunRecord& record) {
-  return static_cast<int>(std::count_if(record.frames.begin(), record.frames.end(),
-                                        [](const FrameResult& f) { return f.Doubtful(); }));
+  return static_cast<int>(
+      std::count_if(record.frames.begin(), record.frames.end(),
+                    [](const FrameResult& f) { return f.Placed() && f.Doubtful(); }));
+}
+
+int CountTakenBack(const RunRecord& record) {
+  return static_cast<int>(
+      std::count_if(record.frames.begin(), record.frames.end(),
+                    [](const FrameResult& f) { return f.cause == Cause::kTakenBack; }));
 }
 
 int CountStanding(const RunRecord& record, Standing standing) {

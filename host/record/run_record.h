@@ -44,7 +44,10 @@ struct RunRecord {
 };
 
 int CountPlaced(const RunRecord& record);
+/// Placed frames whose places cannot be trusted.
 int CountDoubtful(const RunRecord& record);
+/// Frames taken out again because of that.
+int CountTakenBack(const RunRecord& record);
 int CountStanding(const RunRecord& record, Standing standing);
 /// Whether frames came after the first one and none of them was placed.
 bool OnlyFirstPlaced(const RunRecord& record);

@@ -4,6 +4,9 @@
 #include <chrono>
 #include <opencv2/imgproc.hpp>
 
+#include "host/input_error.h"
+#include "host/journal/journal_replay.h"
+#include "host/journal/journal_writer.h"
 #include "host/output/thumbnail.h"
 #include "host/run/guarded_call.h"
 #include "host/run/run_picture.h"
@@ -12,12 +15,6 @@
 namespace jqhost {
 
 FrameResult PushSession::Take(const SourceFrame& frame) {
-  FrameResult result = TakeUnsettled(frame);
-  if (IsUnsettled()) Settle(result);
-  return result;
-}
-
-FrameResult PushSession::TakeUnsettled(const SourceFrame& frame) {
   FrameResult result;
   result.name = frame.name;
   result.number = frame.number;
@@ -49,14 +46,75 @@ void PushSession::Stitch(const cv::Mat& image, FrameResult& result) {
       m_judge.emplace(m_settings, AsTakenIn(image));
       m_judge->JudgeFirst(result);
     } else {
-      m_judge->Judge(
-          m_stitcher, [image] { return ReduceFrame(image); }, result);
-      if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
+      JudgeLater(image, result);
     }
   });
   if (end.raised) SetFailed(end.what, result);
   m_outOfMemory = m_outOfMemory || end.outOfMemory;
   result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+  if (m_journal != nullptr && result.Placed()) RecordPlaced(image, result);
+}
+
+void PushSession::JudgeLater(const cv::Mat& image, FrameResult& result) {
+  std::optional<FrameJudge> before;
+  if (m_dropDoubtful) before = m_judge;
+  m_judge->Judge(
+      m_stitcher, [&] { return AsTakenIn(image); }, result);
+  if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
+  if (!m_dropDoubtful || !result.Placed() || !result.Doubtful()) return;
+  bool takenBack = false;
+  // Without the memory to take it back it stays, and is told as doubtful.
+  CallGuarded([&] { takenBack = m_stitcher.UndoLastFrame(); });
+  if (!takenBack) return;
+  m_judge = std::move(before);
+  result.cause = Cause::kTakenBack;
+  result.position = cv::Point();
+}
+
+void PushSession::DropDoubtful() {
+  m_dropDoubtful = true;
+  m_stitcher.SetUndoDepth(1);
+}
+
+void PushSession::LimitMemory(std::int64_t bytes) {
+  m_mostMemory = bytes;
+  m_stitcher.SetMemoryLimit(bytes);
+}
+
+void PushSession::Record(JournalWriter& journal, std::function<SampleSummary()> samples) {
+  m_journal = &journal;
+  m_samples = std::move(samples);
+}
+
+void PushSession::RecordPlaced(const cv::Mat& image, const FrameResult& result) {
+  FrameEntry entry;
+  entry.size = image.size();
+  entry.result = result;
+  entry.samples = m_samples();
+  if (result.measured.cause == JQFrameCause::kPlaced) {
+    entry.mosaic = m_stitcher.GetMosaic().size();
+    entry.position = m_stitcher.GetCurrentPosition();
+    entry.boxMin = m_stitcher.GetContentMin();
+    entry.boxMax = m_stitcher.GetContentMax();
+  }
+  m_journal->AddFrame(std::move(entry), image);
+}
+
+void PushSession::GoOn(const ReplayedRun& run, const FrameEntry& last) {
+  const CallEnd end = CallGuarded([&] {
+    m_stitcher.RestoreState(run.state);
+    m_judge.emplace(m_settings, run.firstFrame);
+    if (!run.state.mosaic.empty()) {
+      m_judge->GoOn(m_stitcher, run.origin, run.lastFrame, last.result.position);
+    }
+  });
+  if (end.raised) throw InputError("the recorded run cannot be gone on from: " + end.what);
+  if (run.continueAt && !m_stitcher.ContinueAt(*run.continueAt)) {
+    throw InputError("the recorded run went on from a place where there is no picture");
+  }
+  // The state has brought its own.
+  LimitMemory(m_mostMemory);
+  if (m_dropDoubtful) DropDoubtful();
 }
 
 // Where enough matches tell the frame's place, it can be compared with what lies there.

@@ -1,6 +1,8 @@
 #ifndef JQHOST_RUN_PUSH_SESSION_H
 #define JQHOST_RUN_PUSH_SESSION_H
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 
 #include "host/output/picture.h"
@@ -12,6 +14,10 @@
 
 namespace jqhost {
 
+class JournalWriter;
+struct FrameEntry;
+struct ReplayedRun;
+
 /// A live run: takes one frame after another, as a camera gives them, and tells
 /// what became of each. To be used from one thread at a time.
 class PushSession {
@@ -20,17 +26,22 @@ class PushSession {
   explicit PushSession(const StitchSettings& settings, bool thumbnails = false)
       : m_settings(settings), m_thumbnails(thumbnails) {}
 
+  /// Goes on where a recorded run ended, before any frame is taken. Raises `InputError`
+  /// where it cannot be gone on from.
+  /// @param last the frame that it placed last
+  void GoOn(const ReplayedRun& run, const FrameEntry& last);
+  /// Records every placed frame from now on in this journal, which must outlive the
+  /// session. @param samples what is known of the frames' samples, asked for each
+  void Record(JournalWriter& journal, std::function<SampleSummary()> samples);
+  /// Takes doubtful placements back from now on.
+  void DropDoubtful();
+  /// Most bytes of the mosaic, 0 for any number: a frame for which it would have to grow
+  /// beyond is left out, and `OutOfMemory` is true from then on.
+  void LimitMemory(std::int64_t bytes);
+
   /// Judges and, if it fits, places the frame. Raises nothing: what goes wrong is
   /// the result's cause, and the run can go on.
   FrameResult Take(const SourceFrame& frame);
-
-  /// The same for a caller that has something else to do meanwhile: the doubt about a
-  /// placed frame is looked into on another thread. Where `IsUnsettled`, the result lacks
-  /// it until `Settle`, which is called before the next frame is taken. Until then the
-  /// frame's pixels must neither change nor go away.
-  FrameResult TakeUnsettled(const SourceFrame& frame);
-  bool IsUnsettled() const { return m_judge && m_judge->IsUnsettled(); }
-  void Settle(FrameResult& result) { m_judge->Settle(result); }
 
   /// Whether any frame could be used so far. Nothing below has a meaning before.
   bool HasStarted() const { return m_judge.has_value(); }
@@ -49,13 +60,19 @@ class PushSession {
 
  private:
   void Stitch(const cv::Mat& image, FrameResult& result);
+  void JudgeLater(const cv::Mat& image, FrameResult& result);
   void CompareWithPicture(const cv::Mat& image, FrameResult& result) const;
+  void RecordPlaced(const cv::Mat& image, const FrameResult& result);
 
   StitchSettings m_settings;
   bool m_thumbnails;
   JQImageStitching m_stitcher;
   std::optional<FrameJudge> m_judge;  // from the first usable frame on
   bool m_outOfMemory = false;
+  bool m_dropDoubtful = false;
+  std::int64_t m_mostMemory = 0;
+  JournalWriter* m_journal = nullptr;
+  std::function<SampleSummary()> m_samples;
 };
 
 }  // namespace jqhost

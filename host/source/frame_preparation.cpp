@@ -26,7 +26,6 @@ class PreparedSource : public FrameSource {
 
   int Total() const override { return m_source->Total(); }
   bool IsFileList() const override { return m_source->IsFileList(); }
-  bool Waits() const override { return m_source->Waits(); }
 
  private:
   std::unique_ptr<FrameSource> m_source;
@@ -54,12 +53,20 @@ void FramePreparation::Measure(const cv::Mat& stored) {
   if (largest >= 1 << m_summary.bits) ++m_summary.saturatedFrames;
 }
 
+void FramePreparation::CheckFlatSize(cv::Size frame) const {
+  if (!m_flat || frame == m_flat->Size()) return;
+  throw InputError("the first frame has " + Text(frame) + " pixels, the flat field or dark frame " +
+                   Text(m_flat->Size()) + "; both must have one size");
+}
+
+void FramePreparation::GoOn(const SampleSummary& samples, cv::Size frame) {
+  CheckFlatSize(frame);
+  m_summary = samples;
+  m_any = true;
+}
+
 cv::Mat FramePreparation::Prepare(const cv::Mat& stored) {
-  if (m_flat && !m_any && stored.size() != m_flat->Size()) {
-    throw InputError("the first frame has " + Text(stored.size()) +
-                     " pixels, the flat field or dark frame " + Text(m_flat->Size()) +
-                     "; both must have one size");
-  }
+  if (!m_any) CheckFlatSize(stored.size());
   Measure(stored);
   m_any = true;
   const bool wide = stored.depth() == CV_16U;

@@ -30,6 +30,10 @@ class FramePreparation {
   /// pass uncorrected, since a run refuses them for their size.
   cv::Mat Prepare(const cv::Mat& stored);
 
+  /// Goes on where a recorded run ended: as if frames of this size had come, of which this
+  /// is known. Raises `InputError` as `Prepare` does.
+  void GoOn(const SampleSummary& samples, cv::Size frame);
+
   /// Whether this picture would come out changed.
   bool Changes(const cv::Mat& stored) const { return m_flat || stored.depth() != CV_8U; }
   const SampleSummary& Summary() const { return m_summary; }
@@ -37,6 +41,7 @@ class FramePreparation {
   int UnknownPixels() const { return m_flat ? m_flat->UnknownPixels() : 0; }
 
  private:
+  void CheckFlatSize(cv::Size frame) const;
   void Measure(const cv::Mat& stored);
 
   int m_askedDepth;

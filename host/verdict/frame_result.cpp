@@ -30,6 +30,8 @@ const char* CauseName(Cause cause) {
       return "size differs";
     case Cause::kUnreadable:
       return "unreadable";
+    case Cause::kTakenBack:
+      return "taken back";
     case Cause::kFailed:
       return "failed";
     case Cause::kNotReached:

@@ -24,6 +24,7 @@ enum class Cause {
   kShiftTooLarge,
   kSizeDiffers,
   kUnreadable,
+  kTakenBack,   ///< placed, and taken out again because its place is doubtful
   kFailed,      ///< the call that should have stitched it raised
   kNotReached,  ///< the run ended before it
 };

@@ -9,6 +9,12 @@ PositionTracker::PositionTracker(cv::Size frame)
   m_bounds = cv::Rect(m_origin, frame);
 }
 
+void PositionTracker::GoOn(cv::Size mosaic, const cv::Rect& placedBounds, cv::Point origin) {
+  m_mosaic = mosaic;
+  m_bounds = placedBounds;
+  m_origin = origin;
+}
+
 void PositionTracker::Update(cv::Size mosaic, const cv::Rect& placedBounds) {
   if (mosaic.width != m_mosaic.width && placedBounds.x > m_bounds.x) m_origin.x += m_frame.width;
   if (mosaic.height != m_mosaic.height && placedBounds.y > m_bounds.y) {

@@ -18,6 +18,9 @@ class PositionTracker {
   /// @param frame size of a frame at the working scale
   explicit PositionTracker(cv::Size frame);
 
+  /// Goes on from a mosaic whose origin is known.
+  void GoOn(cv::Size mosaic, const cv::Rect& placedBounds, cv::Point origin);
+
   /// To be called after every frame once the mosaic exists.
   void Update(cv::Size mosaic, const cv::Rect& placedBounds);
 

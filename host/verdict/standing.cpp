@@ -13,6 +13,7 @@ Standing StandingOf(const FrameResult& frame) {
     case Cause::kOverlapTestFailed:
     case Cause::kTooFewMatches:
     case Cause::kShiftTooLarge:
+    case Cause::kTakenBack:
       return Standing::kLost;
     case Cause::kSizeDiffers:
     case Cause::kUnreadable:

@@ -56,6 +56,7 @@ QString OfFrame(const RunReport& report) {
       return report.last.appearance ? OfAppearance(*report.last.appearance)
                                     : GuidanceWords::tr("Lost: move back to the highlighted place");
     case Cause::kTooFewMatches:
+    case Cause::kTakenBack:
       return GuidanceWords::tr("Lost: move back to the highlighted place");
     case Cause::kSizeDiffers:
       return GuidanceWords::tr("This frame has another size than the first one and cannot be used");
@@ -118,6 +119,7 @@ QString CauseWord(Cause cause) {
     case Cause::kNoReferenceCorners:
       return GuidanceWords::tr("too little texture");
     case Cause::kOverlapTestFailed:
+    case Cause::kTakenBack:
       return GuidanceWords::tr("unlike the picture");
     case Cause::kTooFewMatches:
       return GuidanceWords::tr("too few matches");

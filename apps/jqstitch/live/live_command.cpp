@@ -22,6 +22,7 @@ Examples:
   jqstitch live 0 -o mosaic.png --preview now.jpg --save-every 30
   jqstitch live rtsp://microscope/live -o mosaic.png --max-frames 500
   jqstitch live incoming/ -o mosaic.png --follow 30
+  jqstitch live 0 -o mosaic.png --journal run/    (after a crash: jqstitch resume run/ ...)
   jqstitch live frames/ -o mosaic.png --truth frames/truth.csv --json
 
 Exit codes: 0 all placed or tracked, 1 wrong input, 2 wrong usage, 3 some lost or doubtful,
@@ -32,56 +33,22 @@ void AddOptions(CLI::App& command, LiveOptions& o) {
       "SOURCE", o.source,
       "pictures, folders, a video file, a stream (rtsp://, http://), the number of a "
       "camera; - for a list on standard input");
-  command.add_option("--list", o.list, "file with one path a line; - for standard input")
-      ->type_name("FILE");
-  command
-      .add_option("--follow", o.follow,
-                  "SOURCE is a folder that grows: takes pictures as they appear, and ends when "
-                  "none has come for so long")
-      ->type_name("SECONDS")
-      ->check(CLI::Range(0.1, 1e6));
+  AddListOptions(command, o);
   AddRunOptions(command, o.run);
   AddFrameOptions(command, o.preparation);
   AddStitchOptions(command, o.settings);
   command.add_option("--every", o.loop.every, "takes every Nth frame only (1)")
       ->type_name("N")
       ->check(CLI::Range(1, 1000000));
-  command.add_option("--max-frames", o.loop.maxFrames, "ends after N frames")
-      ->type_name("N")
-      ->check(CLI::Range(1, 1000000000));
-  command
-      .add_option("--fps", o.loop.fps, "pace of the replay, frames per second (as fast as it goes)")
-      ->type_name("N")
-      ->check(CLI::Range(0.001, 10000.0));
-  command.add_option("--save-every", o.saveEvery, "saves the picture so far every N seconds")
-      ->type_name("SECONDS")
-      ->check(CLI::Range(0.1, 1e6));
-  command
-      .add_option("--preview", o.preview,
-                  "a picture at display size, refreshed every second while frames are placed")
-      ->type_name("FILE");
-}
-
-// What no single option can check.
-void CheckTogether(LiveOptions& o) {
-  if (o.source == std::vector<std::string>{"-"} && o.list.empty()) {
-    o.source.clear();
-    o.list = "-";
-  }
-  if (o.source.empty() && o.list.empty()) throw CLI::RequiredError("SOURCE, or --list FILE,");
-  if (o.follow > 0 && (o.source.size() != 1 || !o.list.empty())) {
-    throw CLI::ValidationError("--follow", "one folder can be followed, and nothing else taken");
-  }
+  AddRunningOptions(command, o);
+  AddJournalOptions(command, o.journal);
 }
 
 int RunLive(const LiveOptions& options) {
   Console console("live", options.run.quiet, options.run.json);
   try {
     SetThreads(options.run.threads);
-    CheckOutputs(options.run, options.preview);
-    CheckNoInputIsOutput(options.source, OutputPaths(options.run, options.preview));
-    CheckNoInputIsOutput({options.preparation.flat, options.preparation.dark},
-                         OutputPaths(options.run, options.preview));
+    CheckPaths(options);
     return LiveRun(options, console).Run();
   } catch (const jqhost::InputError& error) {
     console.Complain(error.what());
@@ -99,7 +66,10 @@ void AddLiveCommand(CLI::App& program, int& exitCode) {
   const auto options = std::make_shared<LiveOptions>();
   AddOptions(*command, *options);
   command->callback([options, &exitCode] {
-    CheckTogether(*options);
+    CheckSource(*options);
+    if (options->source.empty() && options->list.empty()) {
+      throw CLI::RequiredError("SOURCE, or --list FILE,");
+    }
     exitCode = RunLive(*options);
   });
 }

@@ -89,11 +89,6 @@ void Recorder::NoteSamples(const jqhost::FramePreparation& preparation) {
   for (const std::string& note : SampleNotes(preparation)) Note(note);
 }
 
-// Told at the end, so that the summary's good news is not the last word.
-void Recorder::Fail(const std::string& what) {
-  m_failures.push_back(what);
-}
-
 // The first frame alone is no reason to replace a picture that stands there already.
 bool Recorder::MaySave() const {
   std::error_code error;
@@ -162,8 +157,7 @@ jqhost::SaveProgress Recorder::ShowProgress(cv::Size size, const std::string& pa
   };
 }
 
-bool Recorder::WriteReports(const cv::Mat& image) {
-  bool written = true;
+void Recorder::WriteReports(const cv::Mat& image) {
   for (const std::string& path : m_options.reports) {
     try {
       const std::string text =
@@ -173,10 +167,8 @@ bool Recorder::WriteReports(const cv::Mat& image) {
       jqhost::WriteFileAtomically(path, text.data(), text.size());
     } catch (const std::exception& error) {
       Fail(error.what());
-      written = false;
     }
   }
-  return written;
 }
 
 void Recorder::CompareWithTruth() {
@@ -200,8 +192,9 @@ int Recorder::Deliver(const Picture& picture, const jqhost::StopToken& stop) {
   }
   m_record.seconds = SecondsSince(m_start);
   CompareWithTruth();
-  const bool reported = WriteReports(picture.image);
-  const int exitCode = saved && reported ? ExitCodeOf(OutcomeOf(m_record)) : kExitWrongInput;
+  WriteReports(picture.image);
+  const int exitCode =
+      saved && m_failures.empty() ? ExitCodeOf(OutcomeOf(m_record)) : kExitWrongInput;
   m_console.Say(SummaryText(m_record));
   for (const std::string& failure : m_failures) {
     m_console.Complain(failure);

@@ -32,6 +32,8 @@ class Recorder : public jqhost::RunObserver {
   void OnLiveFrame(const jqhost::FrameResult& result, int done, const jqhost::Track& track);
   /// A sentence for the summary.
   void Note(const std::string& text) { m_record.notes.push_back(text); }
+  /// Something that was to be written could not be: told last, and the exit code is 1.
+  void Fail(const std::string& what) { m_failures.push_back(what); }
   /// What the frames' samples were like.
   void NoteSamples(const jqhost::FramePreparation& preparation);
   /// The run was asked to stop by a signal.
@@ -52,8 +54,7 @@ class Recorder : public jqhost::RunObserver {
   bool SavePicture(const jqhost::Picture& picture, const jqhost::StopToken& stop);
   bool SaveCoverage(const jqhost::StopToken& stop);
   jqhost::SaveProgress ShowProgress(cv::Size size, const std::string& path);
-  bool WriteReports(const cv::Mat& image);
-  void Fail(const std::string& what);
+  void WriteReports(const cv::Mat& image);
   void CompareWithTruth();
 
   const RunOptions& m_options;
@@ -61,7 +62,8 @@ class Recorder : public jqhost::RunObserver {
   jqhost::RunRecord m_record;
   std::optional<jqhost::Truth> m_truth;
   RunWords m_words;
-  std::vector<std::string> m_failures;  // told last
+  // Told last, so that the summary's good news is not the last word.
+  std::vector<std::string> m_failures;
   bool m_begun = false;
   std::chrono::steady_clock::time_point m_start;
 };

@@ -1,6 +1,7 @@
 #ifndef JQSTITCH_RUN_RUN_NOTES_H
 #define JQSTITCH_RUN_RUN_NOTES_H
 
+#include <cstdint>
 #include <string>
 
 #include "host/output/picture.h"
@@ -11,6 +12,16 @@ namespace jqstitch {
 /// Sentences of the summary that `batch` and `live` share.
 inline std::string OutOfMemoryNote() {
   return "Stopped for want of memory; try a higher --detect-level";
+}
+
+/// The same of a live run, which may have been given a limit in bytes (else 0).
+inline std::string OutOfMemoryNote(std::int64_t needed, std::int64_t limit) {
+  if (limit == 0 || needed <= limit) return OutOfMemoryNote();
+  const auto megabytes = [](std::int64_t bytes) {
+    return std::to_string((bytes + (1 << 20) - 1) >> 20) + " MB";
+  };
+  return "Stopped before the picture would take " + megabytes(needed) + ", more than the " +
+         megabytes(limit) + " of --max-memory";
 }
 
 /// A video that gave fewer frames than it announced.

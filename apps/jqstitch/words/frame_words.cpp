@@ -64,6 +64,8 @@ std::string ReasonText(const RunRecord& record, const FrameResult& frame) {
       return "size differs: " + Pixels(frame.size) + " pixels instead of " + Pixels(frame.expected);
     case Cause::kUnreadable:
       return "unreadable: " + frame.detail;
+    case Cause::kTakenBack:
+      return "taken back, doubtful: " + DoubtText(*frame.doubt);
     case Cause::kFailed:
       return "stitching it failed: " + frame.detail;
     case Cause::kNotReached:
@@ -102,6 +104,8 @@ std::string AdviceText(const RunRecord& record, const FrameResult& frame) {
       return "give frames of one size";
     case Cause::kUnreadable:
       return "check the file, or leave it out";
+    case Cause::kTakenBack:
+      return "go back to where the frame before was placed, or take it with --doubtful keep";
     case Cause::kFailed:
       return "leave it out, or report it";
     case Cause::kPlaced:
@@ -113,7 +117,8 @@ std::string AdviceText(const RunRecord& record, const FrameResult& frame) {
 
 std::string NoteText(const FrameResult& frame) {
   if (frame.inherited) return "it shows no corners and was placed by the frame before it; check it";
-  return frame.Doubtful() ? "doubtful: " + DoubtText(*frame.doubt) : std::string();
+  return frame.Placed() && frame.Doubtful() ? "doubtful: " + DoubtText(*frame.doubt)
+                                            : std::string();
 }
 
 }  // namespace jqstitch

@@ -58,6 +58,10 @@ void AppendTruth(const TruthComparison& truth, std::string& text) {
 
 // The last line, so that it is not missed.
 void AppendDoubt(const RunRecord& record, std::string& text) {
+  if (const int takenBack = CountTakenBack(record); takenBack > 0) {
+    text += "Taken back: " + std::to_string(takenBack) + " frame" + (takenBack > 1 ? "s" : "") +
+            " whose place could not be trusted\n";
+  }
   const int doubtful = CountDoubtful(record);
   if (doubtful == 0) return;
   text += "Doubtful: " + std::to_string(doubtful) + " of " + std::to_string(CountPlaced(record)) +
