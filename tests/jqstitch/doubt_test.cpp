@@ -84,6 +84,41 @@ TEST_F(Doubt, EventsTellItWithTheFrame) {
   EXPECT_EQ(EventsOf(outcome.out, "summary").at(0)["doubtful"], 3);
 }
 
+// Every frame but the first is taken back, and each is measured against the first again.
+TEST_F(Doubt, DroppedPlacementsAreTakenBackAndTold) {
+  const Outcome outcome =
+      RunProgram({"live", m_folder / "pass", "-o", m_folder / "mosaic.png", "--doubtful", "drop",
+                  "--json", "--journal", m_folder / "journal"});
+  const std::vector<json> frames = EventsOf(outcome.out, "frame");
+  ASSERT_EQ(frames.size(), 4u);
+  EXPECT_EQ(frames[0]["placed"], true);
+  EXPECT_EQ(frames[1]["placed"], false);
+  EXPECT_EQ(frames[1]["verdict"], "taken back");
+  EXPECT_EQ(frames[1]["state"], "lost");
+  EXPECT_EQ(frames[1]["doubt"]["reason"], "repeats");
+  EXPECT_FALSE(frames[1].contains("position"));
+  // Two tiles from the frame before, and four from the first one.
+  EXPECT_EQ(frames[1]["offset"]["x"].get<int>() % kPeriod, 0);
+  EXPECT_EQ(frames[2]["offset"]["x"].get<int>() % kPeriod, 0);
+  const json summary = EventsOf(outcome.out, "summary").at(0);
+  EXPECT_GE(summary["takenBack"], 1);
+  EXPECT_EQ(summary["doubtful"], 0);
+  EXPECT_EQ(summary["placed"], 1);
+  EXPECT_EQ(outcome.exitCode, 4) << outcome.err;
+  EXPECT_NE(outcome.err.find("taken back, doubtful: the scene repeats itself every 48 pixels"),
+            std::string::npos)
+      << outcome.err;
+  EXPECT_NE(outcome.err.find("Taken back: "), std::string::npos) << outcome.err;
+  // The picture is the first frame, and so is the journal.
+  const cv::Mat picture = ReadPictureFile(m_folder / "mosaic.png");
+  EXPECT_EQ(picture.size(), cv::Size(400, 300));
+  EXPECT_EQ(RunProgram({"verify", m_folder / "journal"}).exitCode, 0);
+  EXPECT_EQ(RunProgram(
+                {"live", m_folder / "pass", "-o", m_folder / "mosaic.png", "--doubtful", "perhaps"})
+                .exitCode,
+            2);
+}
+
 // The shifts are measured at the working scale and the comparison works at full size.
 TEST_F(Doubt, TheScaleOfTheRunDoesNotMatter) {
   const Outcome walk = RunProgram({"simulate", "-o", m_folder / "walk", "--size", "800x600",

@@ -177,7 +177,7 @@ TEST(Readme, ItsExamplesOfTheCommandLineWork) {
     }
   }
   fs::current_path(before);
-  EXPECT_EQ(commands, 6);
+  EXPECT_EQ(commands, 11);
   for (const char* name : {"live.png", "batch.png", "pair.png"}) {
     EXPECT_FALSE(cv::imread(folder / name).empty()) << name;
   }
