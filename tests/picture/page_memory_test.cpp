@@ -13,6 +13,18 @@
 
 using namespace jqstitching;
 
+// A sanitizer's heap ends the program where too much is asked of it, unless it is told to
+// refuse.
+#define JQ_SANITIZER_ASKS extern "C" __attribute__((visibility("default"))) const char*
+JQ_SANITIZER_ASKS __asan_default_options();
+JQ_SANITIZER_ASKS __asan_default_options() {
+  return "allocator_may_return_null=1";
+}
+JQ_SANITIZER_ASKS __tsan_default_options();
+JQ_SANITIZER_ASKS __tsan_default_options() {
+  return "allocator_may_return_null=1";
+}
+
 TEST(PageMemory, GrowsShrinksAndIsBlackWhereItIsNew) {
   const std::uint64_t seed = TestSeed();
   std::printf("seed %llu\n", static_cast<unsigned long long>(seed));
