@@ -138,6 +138,20 @@ TEST(ContinueAt, TakesALostRunUpAgain) {
   EXPECT_EQ(stitcher.GetCurrentPosition(), newest + cv::Point(-140, 60));
 }
 
+// What a frame that was left out has measured would lead the next overlap test astray.
+TEST(ContinueAt, ForgetsTheOffsetAndKeepsTheRestOfTheRecord) {
+  FlatRun run(cv::Size(60, 50));
+  run.Take(0, 0, 0);
+  run.Take(4, 3, 25);
+  ASSERT_FALSE(run.stitcher.IsLastFrameAccepted());
+  ASSERT_EQ(run.stitcher.GetOffsetPosition(), cv::Point(4, 3));
+  stitchflags expected = run.stitcher.GetStitchFlags();
+  ASSERT_TRUE(run.stitcher.ContinueAt(run.stitcher.GetCurrentPosition()));
+  expected.offsetX = expected.offsetY = 0;
+  EXPECT_EQ(run.stitcher.GetStitchFlags(), expected);
+  EXPECT_EQ(run.stitcher.GetOffsetPosition(), cv::Point());
+}
+
 TEST(ContinueAt, CanBeTakenBack) {
   FlatRun run(cv::Size(60, 50));
   run.stitcher.SetUndoDepth(2);
