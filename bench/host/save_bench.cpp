@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <opencv2/imgproc.hpp>
@@ -68,15 +69,19 @@ void Measure(const cv::Mat& mosaic, const fs::path& folder, const std::string& n
   ResetPeak();
   const double before = static_cast<double>(jqhost::ResidentBytes());
   const auto start = std::chrono::steady_clock::now();
+  const std::clock_t processor = std::clock();
   jqhost::SavePicture(mosaic, options, jqhost::SaveProgress(), jqhost::StopToken());
   const double seconds =
       std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const double worked = static_cast<double>(std::clock() - processor) / CLOCKS_PER_SEC;
   const auto bytes =
       SizeOnDisk(options.path) + SizeOnDisk(folder / (fs::path(name).stem().string() + "_files"));
-  std::printf("%-12s %7.1f s, %5.0f MB beside the mosaic of %.0f MB, %.0f MB on the disk\n",
-              name.c_str(), seconds, (PeakBytes() - before) / 1e6,
-              static_cast<double>(mosaic.total() * mosaic.elemSize()) / 1e6,
-              static_cast<double>(bytes) / 1e6);
+  std::printf(
+      "%-13s %6.1f s (processor %6.1f s), %5.0f MB beside the mosaic of %.0f MB, %.0f MB on the "
+      "disk\n",
+      name.c_str(), seconds, worked, (PeakBytes() - before) / 1e6,
+      static_cast<double>(mosaic.total() * mosaic.elemSize()) / 1e6,
+      static_cast<double>(bytes) / 1e6);
   std::fflush(stdout);
   fs::remove(options.path);
   fs::remove_all(folder / (fs::path(name).stem().string() + "_files"));

@@ -178,7 +178,8 @@ TEST(Readme, ItsExamplesOfTheCommandLineWork) {
   }
   fs::current_path(before);
   EXPECT_EQ(commands, 11);
-  for (const char* name : {"live.png", "batch.png", "pair.png"}) {
+  for (const char* name :
+       {"live.png", "batch.png", "pair.png", "mosaic.ome.tif", "mosaic.png", "mask.png"}) {
     EXPECT_FALSE(cv::imread(folder / name).empty()) << name;
   }
   EXPECT_TRUE(fs::exists(folder / "live.html"));
