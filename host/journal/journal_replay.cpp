@@ -37,7 +37,7 @@ class Replay {
 
   void Place(const FrameEntry& frame, const cv::Mat& picture) {
     if (m_run.state.mosaic.empty()) StartMosaic();
-    m_run.lastFrame = AsTakenIn(picture);
+    m_run.lastFrame = picture;
     stitchflags flags = Now().record;
     if (m_run.continueAt) {
       flags.positionX = m_run.continueAt->x;
@@ -49,7 +49,7 @@ class Replay {
     flags.offsetY = offset.y;
     const cv::Point old(flags.positionX, flags.positionY);
     cv::Point position = old;
-    cv::Mat fresh = m_run.lastFrame.clone();
+    cv::Mat fresh = AsTakenIn(picture);
     // Growth copies into other memory; the pixels in hand are nobody else's.
     m_engine.StitchingImage_imageblend(m_run.state.mosaic, fresh, flags, Now().contentMin,
                                        Now().contentMax, old, Now().contentMin, Now().contentMax,

@@ -17,7 +17,7 @@ struct ReplayedRun {
   std::optional<cv::Point> continueAt;  ///< mosaic pixels; the place to go on from then
   cv::Point origin;                     ///< of the first frame in the mosaic
   cv::Mat firstFrame;                   ///< as taken in
-  cv::Mat lastFrame;                    ///< the newest frame, as taken in
+  cv::Mat lastFrame;                    ///< the newest frame as it was recorded
 };
 
 /// Paints the mosaic of a recorded run anew: every frame at its recorded offset, by the

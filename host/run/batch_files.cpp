@@ -4,6 +4,7 @@
 #include <opencv2/imgcodecs.hpp>
 
 #include "host/input_error.h"
+#include "host/output/thumbnail.h"
 
 namespace jqhost {
 namespace {
@@ -25,7 +26,8 @@ void WriteTemporary(const std::string& path, const cv::Mat& picture) {
 }  // namespace
 
 BatchFiles::BatchFiles(const std::vector<PictureId>& pictures, FramePreparation& preparation,
-                       std::int64_t maxPixels, const StopToken& stop) {
+                       std::int64_t maxPixels, const StopToken& stop, bool thumbnails)
+    : m_thumbnails(thumbnails) {
   for (const PictureId& picture : pictures) {
     m_files.push_back(stop.Requested() ? BatchFile{NameOf(picture), picture.path, std::string()}
                                        : Prepare(picture, preparation, maxPixels));
@@ -39,6 +41,8 @@ BatchFile BatchFiles::Prepare(const PictureId& picture, FramePreparation& prepar
   if (stored.empty()) return file;
   const bool asItIs = picture.page == 0 && !preparation.Changes(stored);
   const cv::Mat prepared = preparation.Prepare(stored);
+  file.reduced = ReduceFrame(prepared);
+  if (m_thumbnails) file.thumbnail = Thumbnail(prepared);
   if (asItIs) return file;
   if (!m_folder) m_folder = std::make_unique<TemporaryFolder>();
   file.path = m_folder->Path() + "/" + std::to_string(m_files.size() + 1) + ".pnm";

@@ -9,6 +9,7 @@
 #include "host/source/frame_preparation.h"
 #include "host/source/picture_pages.h"
 #include "host/system/temporary_folder.h"
+#include "host/verdict/doubt/placement_view.h"
 
 namespace jqhost {
 
@@ -17,6 +18,10 @@ struct BatchFile {
   std::string name;  ///< as people know it
   std::string path;  ///< where the stitcher reads it
   std::string why;   ///< what speaks against it; empty: nothing so far
+  /// Of the picture, from when it was prepared; where they are empty, a session reads the
+  /// file again.
+  ReducedFrame reduced = {};
+  std::vector<unsigned char> thumbnail = {};
 };
 
 /// Makes files for the stitcher's batch slot, which reads by itself and knows only
@@ -26,10 +31,11 @@ struct BatchFile {
 class BatchFiles {
  public:
   /// @param maxPixels larger pictures are not decoded
+  /// @param thumbnails whether the files get one
   /// Looks at every picture; after a requested stop it only names the rest. Raises
   /// `InputError` when temporary files cannot be written.
   BatchFiles(const std::vector<PictureId>& pictures, FramePreparation& preparation,
-             std::int64_t maxPixels, const StopToken& stop);
+             std::int64_t maxPixels, const StopToken& stop, bool thumbnails = false);
 
   const std::vector<BatchFile>& Files() const { return m_files; }
 
@@ -37,6 +43,7 @@ class BatchFiles {
   BatchFile Prepare(const PictureId& picture, FramePreparation& preparation,
                     std::int64_t maxPixels);
 
+  const bool m_thumbnails;
   std::unique_ptr<TemporaryFolder> m_folder;  // made when it is needed
   std::vector<BatchFile> m_files;
 };

@@ -5,7 +5,6 @@
 #include <opencv2/imgcodecs.hpp>
 
 #include "host/input_error.h"
-#include "host/output/thumbnail.h"
 #include "host/run/guarded_call.h"
 #include "host/run/run_picture.h"
 #include "host/source/file_check.h"
@@ -14,9 +13,8 @@
 namespace jqhost {
 
 BatchSession::BatchSession(const std::vector<BatchFile>& files, std::int64_t maxPixels,
-                           const StopToken& stop, RunObserver& observer, bool thumbnails)
+                           const StopToken& stop, RunObserver& observer)
     : m_maxPixels(maxPixels),
-      m_thumbnails(thumbnails),
       m_stop(stop),
       m_observer(observer),
       m_results(files.size()),
@@ -27,6 +25,8 @@ BatchSession::BatchSession(const std::vector<BatchFile>& files, std::int64_t max
     m_files.emplace_back(files[i].path);
     m_results[i].name = files[i].name;
     m_results[i].number = static_cast<int>(i) + 1;
+    m_results[i].thumbnail = files[i].thumbnail;
+    m_reduced.push_back(files[i].reduced);
     if (!files[i].why.empty()) SetUnreadable(files[i].why, m_results[i]);
   }
 }
@@ -64,6 +64,7 @@ void BatchSession::PrepareSlot() {
   m_stitched.clear();
   m_done = 0;
   m_failed.reset();
+  m_unsettled.reset();
   m_judge.reset();
   m_trimmed = nullptr;
   m_refused = false;
@@ -73,6 +74,7 @@ void BatchSession::PrepareSlot() {
       FrameResult fresh;
       fresh.name = m_results[i].name;
       fresh.number = m_results[i].number;
+      fresh.thumbnail = m_results[i].thumbnail;
       m_results[i] = fresh;
       m_told[i] = false;
     }
@@ -104,6 +106,7 @@ void BatchSession::InvokeSlot() {
   const CallEnd end = CallGuarded([this] {
     QMetaObject::invokeMethod(m_stitcher.get(), "slotStartStitching", Qt::DirectConnection);
   });
+  TellUnsettled();
   // The last step of the slot, trimming, fails where the content box has become
   // unusable; the mosaic is complete then. Anything earlier ends the run.
   if (end.raised && m_done < m_stitched.size()) ExplainFailure(m_stitched[m_done], end.what);
@@ -124,29 +127,39 @@ void BatchSession::ExplainFailure(std::size_t file, const std::string& what) {
 }
 
 void BatchSession::OnFileDone() {
+  TellUnsettled();
   const std::size_t file = m_stitched[m_done];
   FrameResult& result = m_results[file];
   if (m_done == 0 && !OnFirstFile(result)) return;
   if (m_done > 0) {
     m_judge->Judge(
-        *m_stitcher, [this, file] { return ReadTakenIn(file); }, result);
-  }
-  if (m_thumbnails) {
-    std::string ignored;
-    const cv::Mat small =
-        ReadPicture(m_files[file], cv::IMREAD_REDUCED_COLOR_4, ignored, m_maxPixels);
-    if (!small.empty()) result.thumbnail = Thumbnail(small);
+        *m_stitcher, [this, file] { return Reduced(file); }, result);
   }
   ++m_done;
   const auto now = std::chrono::steady_clock::now();
   result.seconds = std::chrono::duration<double>(now - m_lastDone).count();
   m_lastDone = now;
-  m_told[file] = true;
-  m_observer.OnFrame(result, static_cast<int>(m_done));
+  if (m_judge->IsUnsettled()) {
+    m_unsettled = file;
+  } else {
+    Tell(file, m_done);
+  }
   if (m_stop.Requested()) {
     m_stopped = m_done < m_stitched.size();
     m_stitcher->RequestStop();
   }
+}
+
+void BatchSession::TellUnsettled() {
+  if (!m_unsettled) return;
+  m_judge->Settle(m_results[*m_unsettled]);
+  Tell(*m_unsettled, m_done);
+  m_unsettled.reset();
+}
+
+void BatchSession::Tell(std::size_t file, std::size_t done) {
+  m_told[file] = true;
+  m_observer.OnFrame(m_results[file], static_cast<int>(done));
 }
 
 // The library does not hand out the first frame, so it is read again.
@@ -161,6 +174,11 @@ bool BatchSession::OnFirstFile(FrameResult& result) {
   m_judge.emplace(BatchSettings(), first);
   m_judge->JudgeFirst(result);
   return true;
+}
+
+// Small pictures are kept for all files, whole ones for none.
+ReducedFrame BatchSession::Reduced(std::size_t file) const {
+  return m_reduced[file].grey.empty() ? ReduceFrame(ReadTakenIn(file)) : m_reduced[file];
 }
 
 // Empty when the file cannot be read any more.

@@ -20,14 +20,14 @@
 namespace jqhost {
 
 /// A batch run over picture files of one size: fills the stitcher's list, starts
-/// its slot, and follows it through its signals.
+/// its slot, and follows it through its signals. The observer hears of a placed file while
+/// the next one is stitched, when the doubt about it is known.
 class BatchSession {
  public:
   /// @param stop, observer must outlive the session
   /// @param maxPixels larger pictures are refused by their header
-  /// @param thumbnails whether results carry a small picture of the file
   BatchSession(const std::vector<BatchFile>& files, std::int64_t maxPixels, const StopToken& stop,
-               RunObserver& observer, bool thumbnails = false);
+               RunObserver& observer);
 
   /// Stitches the files. Unusable ones are left out with `skipBad`; else any of them
   /// refuses the whole run, and `Results` says which. A file that becomes unusable
@@ -60,21 +60,25 @@ class BatchSession {
   void InvokeSlot();
   void OnFileDone();
   bool OnFirstFile(FrameResult& result);
+  void TellUnsettled();
+  void Tell(std::size_t file, std::size_t done);
   cv::Mat ReadTakenIn(std::size_t file) const;
+  ReducedFrame Reduced(std::size_t file) const;
   void ExplainFailure(std::size_t file, const std::string& what);
 
   std::vector<PinnedFile> m_files;
+  std::vector<ReducedFrame> m_reduced;  // per file; empty where it is read again
   const std::int64_t m_maxPixels;
-  const bool m_thumbnails;
   const StopToken& m_stop;
   RunObserver& m_observer;
   std::unique_ptr<JQImageStitching> m_stitcher;  // a new one for every try
   std::optional<FrameJudge> m_judge;             // from the first file on
 
   std::vector<FrameResult> m_results;
-  std::vector<bool> m_told;             // per file: whether the observer knows
-  std::vector<std::size_t> m_stitched;  // the files handed to the stitcher
-  std::size_t m_done = 0;               // of these
+  std::vector<bool> m_told;                // per file: whether the observer knows
+  std::optional<std::size_t> m_unsettled;  // the file whose doubt is not yet known
+  std::vector<std::size_t> m_stitched;     // the files handed to the stitcher
+  std::size_t m_done = 0;                  // of these
   bool m_refused = false;
   bool m_stopped = false;
   std::optional<std::size_t> m_failed;

@@ -23,24 +23,36 @@ LoopEnd RunFrames(FrameSource& source, const LoopSettings& settings, const StopT
   const auto start = Clock::now();
   LoopEnd end;
   SourceFrame frame;
+  // While the next frame is read, the doubt about the last one is looked into.
+  FrameResult result;
+  const auto tell = [&] {
+    if (!session.IsUnsettled()) return;
+    session.Settle(result);
+    observer.OnFrame(result, end.taken);
+  };
   while (!stop.Requested() && !session.OutOfMemory()) {
     if (settings.maxFrames > 0 && end.taken == settings.maxFrames) break;
     const bool wanted = (end.taken + end.skipped) % settings.every == 0;
+    if (source.Waits()) tell();
     if (!source.Next(frame, wanted)) {
       end.sourceEnded = true;
       break;
     }
+    tell();
     if (!wanted) {
       ++end.skipped;
       continue;
     }
     ++end.taken;
-    observer.OnFrame(session.Take(frame), end.taken);
+    result = session.TakeUnsettled(frame);
+    if (!session.IsUnsettled()) observer.OnFrame(result, end.taken);
     if (settings.fps > 0) {
+      tell();
       const std::chrono::duration<double> passed = Clock::now() - start;
       stop.Sleep(end.taken / settings.fps - passed.count());
     }
   }
+  tell();
   return end;
 }
 

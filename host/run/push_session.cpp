@@ -15,6 +15,12 @@
 namespace jqhost {
 
 FrameResult PushSession::Take(const SourceFrame& frame) {
+  FrameResult result = TakeUnsettled(frame);
+  if (IsUnsettled()) Settle(result);
+  return result;
+}
+
+FrameResult PushSession::TakeUnsettled(const SourceFrame& frame) {
   FrameResult result;
   result.name = frame.name;
   result.number = frame.number;
@@ -46,27 +52,30 @@ void PushSession::Stitch(const cv::Mat& image, FrameResult& result) {
       m_judge.emplace(m_settings, AsTakenIn(image));
       m_judge->JudgeFirst(result);
     } else {
-      JudgeLater(image, result);
+      m_judge->Judge(
+          m_stitcher, [image] { return ReduceFrame(image); }, result);
+      if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
     }
   });
   if (end.raised) SetFailed(end.what, result);
   m_outOfMemory = m_outOfMemory || end.outOfMemory;
   result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-  if (m_journal != nullptr && result.Placed()) RecordPlaced(image, result);
+  m_newest = image;
+  if (!IsUnsettled()) RecordPlaced(result);
 }
 
-void PushSession::JudgeLater(const cv::Mat& image, FrameResult& result) {
-  std::optional<FrameJudge> before;
-  if (m_dropDoubtful) before = m_judge;
-  m_judge->Judge(
-      m_stitcher, [&] { return AsTakenIn(image); }, result);
-  if (result.cause == Cause::kOverlapTestFailed) CompareWithPicture(image, result);
-  if (!m_dropDoubtful || !result.Placed() || !result.Doubtful()) return;
+void PushSession::Settle(FrameResult& result) {
+  m_judge->Settle(result);
+  if (m_dropDoubtful && result.Placed() && result.Doubtful()) TakeBack(result);
+  RecordPlaced(result);
+}
+
+void PushSession::TakeBack(FrameResult& result) {
   bool takenBack = false;
   // Without the memory to take it back it stays, and is told as doubtful.
   CallGuarded([&] { takenBack = m_stitcher.UndoLastFrame(); });
   if (!takenBack) return;
-  m_judge = std::move(before);
+  m_judge->TakeBack();
   result.cause = Cause::kTakenBack;
   result.position = cv::Point();
 }
@@ -86,7 +95,9 @@ void PushSession::Record(JournalWriter& journal, std::function<SampleSummary()> 
   m_samples = std::move(samples);
 }
 
-void PushSession::RecordPlaced(const cv::Mat& image, const FrameResult& result) {
+void PushSession::RecordPlaced(const FrameResult& result) {
+  const cv::Mat image = std::move(m_newest);
+  if (m_journal == nullptr || !result.Placed()) return;
   FrameEntry entry;
   entry.size = image.size();
   entry.result = result;

@@ -43,6 +43,14 @@ class PushSession {
   /// the result's cause, and the run can go on.
   FrameResult Take(const SourceFrame& frame);
 
+  /// The same for a caller that has something else to do meanwhile: the doubt about a
+  /// placed frame is looked into on another thread. Where `IsUnsettled`, the result lacks
+  /// it until `Settle`, which is called before the next frame is taken. Until then the
+  /// frame's pixels must neither change nor go away.
+  FrameResult TakeUnsettled(const SourceFrame& frame);
+  bool IsUnsettled() const { return m_judge && m_judge->IsUnsettled(); }
+  void Settle(FrameResult& result);
+
   /// Whether any frame could be used so far. Nothing below has a meaning before.
   bool HasStarted() const { return m_judge.has_value(); }
   /// Whether memory ran out: more frames can be tried, but will hardly fit.
@@ -60,9 +68,9 @@ class PushSession {
 
  private:
   void Stitch(const cv::Mat& image, FrameResult& result);
-  void JudgeLater(const cv::Mat& image, FrameResult& result);
+  void TakeBack(FrameResult& result);
   void CompareWithPicture(const cv::Mat& image, FrameResult& result) const;
-  void RecordPlaced(const cv::Mat& image, const FrameResult& result);
+  void RecordPlaced(const FrameResult& result);
 
   StitchSettings m_settings;
   bool m_thumbnails;
@@ -73,6 +81,7 @@ class PushSession {
   std::int64_t m_mostMemory = 0;
   JournalWriter* m_journal = nullptr;
   std::function<SampleSummary()> m_samples;
+  cv::Mat m_newest;  // the frame taken last, until it is recorded
 };
 
 }  // namespace jqhost

@@ -46,6 +46,7 @@ class FollowSource : public FrameSource {
 
   int Total() const override { return 0; }
   bool IsFileList() const override { return false; }
+  bool Waits() const override { return true; }
 
  private:
   using Clock = std::chrono::steady_clock;

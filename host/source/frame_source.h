@@ -29,6 +29,9 @@ class FrameSource {
   virtual int Total() const = 0;
   /// Whether the source is a list of files, whose end is known by name.
   virtual bool IsFileList() const = 0;
+  /// Whether the next frame can be long in coming: a camera, a stream, a folder that
+  /// grows. What is known is told before such a source is asked.
+  virtual bool Waits() const { return false; }
 };
 
 /// Opens pictures, folders, one video file, a network stream by its address

@@ -9,7 +9,8 @@ namespace {
 
 class VideoSource : public FrameSource {
  public:
-  VideoSource(const std::string& path, int number) : m_name(path) {
+  VideoSource(const std::string& path, int number)
+      : m_name(path), m_waits(path.empty() || path.find("://") != std::string::npos) {
     if (path.empty()) {
       m_name = "camera " + std::to_string(number);
       if (!Open([&] { return m_capture.open(number); })) {
@@ -17,11 +18,10 @@ class VideoSource : public FrameSource {
       }
     } else {
       if (!Open([&] { return m_capture.open(path, cv::CAP_FFMPEG); })) {
-        const bool isStream = path.find("://") != std::string::npos;
-        throw InputError((isStream ? "cannot open '" : "cannot read '") + path +
-                         (isStream ? "': the stream does not answer or is of no known format"
-                                   : "': it is neither a picture nor a video of a "
-                                     "known format"));
+        throw InputError((m_waits ? "cannot open '" : "cannot read '") + path +
+                         (m_waits ? "': the stream does not answer or is of no known format"
+                                  : "': it is neither a picture nor a video of a "
+                                    "known format"));
       }
       const double count = m_capture.get(cv::CAP_PROP_FRAME_COUNT);
       if (std::isfinite(count) && count > 0 && count < 1e9) m_total = static_cast<int>(count);
@@ -51,6 +51,7 @@ class VideoSource : public FrameSource {
 
   int Total() const override { return m_total; }
   bool IsFileList() const override { return false; }
+  bool Waits() const override { return m_waits; }
 
  private:
   template <typename OpenIt>
@@ -64,6 +65,7 @@ class VideoSource : public FrameSource {
 
   cv::VideoCapture m_capture;
   std::string m_name;
+  const bool m_waits;
   int m_total = 0;
   int m_number = 0;
 };

@@ -51,37 +51,38 @@ FrameJudge::FrameJudge(const StitchSettings& settings, cv::Mat firstFrame)
       m_workingSize(m_firstFrame.cols / settings.detectLevel,
                     m_firstFrame.rows / settings.detectLevel),
       m_tracker(m_workingSize),
-      m_placedView(MakePlacementView(m_firstFrame)) {}
+      m_trackerBefore(m_tracker),
+      m_doubts(ReduceFrame(m_firstFrame)) {}
 
 void FrameJudge::JudgeFirst(FrameResult& result) const {
   result.cause = Cause::kPlaced;
   result.position = cv::Point(0, 0);
 }
 
-void FrameJudge::Judge(const JQImageStitching& stitcher, const std::function<cv::Mat()>& frame,
+void FrameJudge::Judge(const JQImageStitching& stitcher, std::function<ReducedFrame()> reduce,
                        FrameResult& result) {
+  m_trackerBefore = m_tracker;
   m_tracker.Update(stitcher.GetMosaic().size(), stitcher.GetPlacedBounds());
   CopyVerdict(stitcher.GetLastVerdict(), m_settings, result);
   if (!result.Placed()) return;
   result.position = stitcher.GetCurrentPosition() - m_tracker.Origin();
-  result.doubt = Doubt(frame(), result.position);
+  const cv::Point shift = (result.position - m_placedPosition) * m_settings.detectLevel;
+  m_positionBefore = m_placedPosition;
+  m_placedPosition = result.position;
+  m_doubts.Begin(std::move(reduce), shift);
+}
+
+void FrameJudge::TakeBack() {
+  m_tracker = m_trackerBefore;
+  m_placedPosition = m_positionBefore;
+  m_doubts.TakeBack();
 }
 
 void FrameJudge::GoOn(const JQImageStitching& stitcher, cv::Point origin,
                       const cv::Mat& placedFrame, cv::Point position) {
   m_tracker.GoOn(stitcher.GetMosaic().size(), stitcher.GetPlacedBounds(), origin);
-  m_placedView = MakePlacementView(placedFrame);
   m_placedPosition = position;
-}
-
-// The placed frame against the one placed before it, which it takes the place of.
-PlacementDoubt FrameJudge::Doubt(const cv::Mat& frame, cv::Point position) {
-  PlacementView view = MakePlacementView(frame);
-  const cv::Point shift = (position - m_placedPosition) * m_settings.detectLevel;
-  const PlacementDoubt doubt = JudgePlacement(m_placedView, view, shift);
-  m_placedView = std::move(view);
-  m_placedPosition = position;
-  return doubt;
+  m_doubts = DoubtChain(ReduceFrame(placedFrame));
 }
 
 }  // namespace jqhost

@@ -5,7 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include "host/run/stitch_settings.h"
-#include "host/verdict/doubt/placement_view.h"
+#include "host/verdict/doubt/doubt_chain.h"
 #include "host/verdict/frame_result.h"
 #include "host/verdict/position_tracker.h"
 
@@ -23,14 +23,21 @@ class FrameJudge {
   /// The result of the frame that started the run.
   void JudgeFirst(FrameResult& result) const;
 
-  /// The result of the newest of the later frames.
-  /// @param frame gives the frame as taken in; called only when it was placed
-  void Judge(const JQImageStitching& stitcher, const std::function<cv::Mat()>& frame,
+  /// The result of the newest of the later frames. Where it was placed, the doubt is
+  /// begun on another thread: `Settle` waits for it.
+  /// @param reduce gives the frame; called on that thread, and only when it was placed
+  void Judge(const JQImageStitching& stitcher, std::function<ReducedFrame()> reduce,
              FrameResult& result);
+  /// Whether the result of the newest frame still lacks its doubt.
+  bool IsUnsettled() const { return m_doubts.InHand(); }
+  /// Adds the doubt to that result.
+  void Settle(FrameResult& result) { result.doubt = m_doubts.Finish(); }
 
+  /// Forgets the newest frame, which was placed, settled and taken out again.
+  void TakeBack();
   /// Goes on where a recorded run ended.
   /// @param origin the first frame's corner in its mosaic
-  /// @param placedFrame the frame placed last, as taken in, and its position
+  /// @param placedFrame the frame placed last, and its position
   void GoOn(const JQImageStitching& stitcher, cv::Point origin, const cv::Mat& placedFrame,
             cv::Point position);
 
@@ -41,14 +48,14 @@ class FrameJudge {
   cv::Size WorkingSize() const { return m_workingSize; }
 
  private:
-  PlacementDoubt Doubt(const cv::Mat& frame, cv::Point position);
-
   StitchSettings m_settings;
   cv::Mat m_firstFrame;
   cv::Size m_workingSize;
   PositionTracker m_tracker;
-  PlacementView m_placedView;  // of the frame placed last,
-  cv::Point m_placedPosition;  // and its position
+  cv::Point m_placedPosition;       // of the frame placed last
+  PositionTracker m_trackerBefore;  // both as they were before the newest frame
+  cv::Point m_positionBefore;
+  DoubtChain m_doubts;
 };
 
 /// Copies the stitcher's verdict: cause, numbers, share of the field of view.

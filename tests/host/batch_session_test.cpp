@@ -32,7 +32,7 @@ class Observer : public jqhost::RunObserver {
 
 std::vector<jqhost::BatchFile> AsTheyAre(const Strings& paths) {
   std::vector<jqhost::BatchFile> files;
-  for (const std::string& path : paths) files.push_back({path, path, std::string()});
+  for (const std::string& path : paths) files.push_back({path, path, std::string(), {}, {}});
   return files;
 }
 
@@ -113,7 +113,7 @@ TEST_F(BatchSessionTest, OneUnreadableFileAloneIsNoRun) {
 
 TEST_F(BatchSessionTest, AStopKeepsWhatHasBeenStitched) {
   m_observer.onFrame = [&](const jqhost::FrameResult&, int done) {
-    if (done == 3) m_stop.Request();
+    if (done == 2) m_stop.Request();  // heard while the third file is stitched
   };
   jqhost::BatchSession session(AsTheyAre(m_files), jqhost::kMostPixels, m_stop, m_observer);
   EXPECT_TRUE(session.Run(false));

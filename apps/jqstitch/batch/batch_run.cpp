@@ -38,10 +38,10 @@ int BatchRun::Run() {
   const InterruptGuard guard(TemporaryPaths(outputs));
   const std::int64_t maxPixels = m_options.run.maxPixels;
   const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs), maxPixels),
-                                 m_preparation, maxPixels, guard.Token());
+                                 m_preparation, maxPixels, guard.Token(),
+                                 WantsThumbnails(m_options.run));
   m_recorder.NoteSamples(m_preparation);
-  BatchSession session(files.Files(), maxPixels, guard.Token(), m_recorder,
-                       WantsThumbnails(m_options.run));
+  BatchSession session(files.Files(), maxPixels, guard.Token(), m_recorder);
   if (guard.Token().Requested()) return StopBefore(session, guard);
   return session.Run(m_options.skipBad) ? Deliver(session, guard) : Refuse(session);
 }

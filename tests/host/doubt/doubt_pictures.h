@@ -5,6 +5,12 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include "host/verdict/doubt/placement_view.h"
+
+inline jqhost::PlacementView ViewOf(const cv::Mat& frame) {
+  return jqhost::MakePlacementView(jqhost::ReduceFrame(frame));
+}
+
 /// A grey scene without repetition: soft random texture.
 inline cv::Mat RandomScene(cv::Size size, std::uint64_t seed) {
   cv::RNG random(seed);

@@ -4,11 +4,12 @@
 
 #include "doubt_pictures.h"
 
-using jqhost::MakePlacementView;
 using jqhost::PlacementView;
 
 TEST(PlacementView, FactorBoundsTheLongerSide) {
-  EXPECT_EQ(jqhost::ViewFactor({400, 300}), 2);
+  EXPECT_EQ(jqhost::ViewFactor({60, 50}), 3);
+  EXPECT_EQ(jqhost::ViewFactor({600, 450}), 3);
+  EXPECT_EQ(jqhost::ViewFactor({601, 450}), 4);
   EXPECT_EQ(jqhost::ViewFactor({800, 600}), 4);
   EXPECT_EQ(jqhost::ViewFactor({801, 600}), 5);
   EXPECT_EQ(jqhost::ViewFactor({600, 1201}), 7);
@@ -16,20 +17,20 @@ TEST(PlacementView, FactorBoundsTheLongerSide) {
 }
 
 TEST(PlacementView, LeavesOffTheRestOfOddSizes) {
-  const PlacementView view = MakePlacementView(RandomScene({399, 303}, 1));
-  EXPECT_EQ(view.samples.size(), cv::Size(199, 151));
+  const PlacementView view = ViewOf(RandomScene({401, 305}, 1));
+  EXPECT_EQ(view.samples.size(), cv::Size(133, 101));
 }
 
 TEST(PlacementView, EvenLightLeavesNothing) {
-  const PlacementView view = MakePlacementView(cv::Mat(300, 400, CV_8UC3, cv::Scalar(9, 99, 199)));
+  const PlacementView view = ViewOf(cv::Mat(300, 400, CV_8UC3, cv::Scalar(9, 99, 199)));
   EXPECT_LT(view.energy, 1e-6);
 }
 
-// A block of 27 samples around a lone spot of 2 x 2 pixels holds 1 / 729 of it.
+// A block of 27 samples around a lone spot of 3 x 3 pixels holds 1 / 729 of it.
 TEST(PlacementView, TakesTheSurroundOff) {
-  cv::Mat frame(200, 200, CV_8UC1, cv::Scalar(10));
-  frame(cv::Rect(100, 100, 2, 2)).setTo(10 + 145);
-  const PlacementView view = MakePlacementView(frame);
+  cv::Mat frame(300, 300, CV_8UC1, cv::Scalar(10));
+  frame(cv::Rect(150, 150, 3, 3)).setTo(10 + 145);
+  const PlacementView view = ViewOf(frame);
   const float share = 145.0f / 729.0f;
   EXPECT_NEAR(view.samples.at<float>(50, 50), 145.0f - share, 1e-3);
   EXPECT_NEAR(view.samples.at<float>(50, 63), -share, 1e-3);
@@ -37,6 +38,6 @@ TEST(PlacementView, TakesTheSurroundOff) {
 }
 
 TEST(PlacementView, TooSmallIsEmpty) {
-  EXPECT_TRUE(MakePlacementView(cv::Mat(31, 400, CV_8UC1, cv::Scalar(1))).Empty());
-  EXPECT_FALSE(MakePlacementView(cv::Mat(32, 400, CV_8UC1, cv::Scalar(1))).Empty());
+  EXPECT_TRUE(ViewOf(cv::Mat(47, 400, CV_8UC1, cv::Scalar(1))).Empty());
+  EXPECT_FALSE(ViewOf(cv::Mat(48, 400, CV_8UC1, cv::Scalar(1))).Empty());
 }

@@ -8,7 +8,6 @@
 #include "doubt_pictures.h"
 
 using jqhost::CorrelateShifts;
-using jqhost::MakePlacementView;
 using jqhost::PlacementView;
 using jqhost::ShiftCorrelation;
 
@@ -35,12 +34,12 @@ int PlainArea(cv::Size view, cv::Point shift) {
 }  // namespace
 
 TEST(ShiftCorrelation, EqualsDirectSums) {
-  for (const cv::Size size : {cv::Size(64, 48), cv::Size(70, 34), cv::Size(41, 90)}) {
+  for (const cv::Size size : {cv::Size(96, 72), cv::Size(105, 51), cv::Size(62, 135)}) {
     for (std::uint64_t seed = 1; seed <= 3; ++seed) {
       SCOPED_TRACE(testing::Message() << size << " seed " << seed);
       const cv::Mat scene = RandomScene(size * 2, seed);
-      const PlacementView before = MakePlacementView(scene(cv::Rect(cv::Point(), size)));
-      const PlacementView current = MakePlacementView(scene(cv::Rect(cv::Point(12, 6), size)));
+      const PlacementView before = ViewOf(scene(cv::Rect(cv::Point(), size)));
+      const PlacementView current = ViewOf(scene(cv::Rect(cv::Point(18, 9), size)));
       const ShiftCorrelation map = CorrelateShifts(before, current);
       const cv::Size view = before.samples.size();
       for (int y = -view.height; y <= view.height; ++y) {
@@ -65,7 +64,7 @@ TEST(ShiftCorrelation, EqualsDirectSums) {
 TEST(ShiftCorrelation, FlatAreasAreNotCompared) {
   cv::Mat frame(96, 128, CV_8UC1, cv::Scalar(100));
   RandomScene({40, 96}, 5).copyTo(frame(cv::Rect(0, 0, 40, 96)));
-  const PlacementView view = MakePlacementView(frame);
+  const PlacementView view = ViewOf(frame);
   const ShiftCorrelation map = CorrelateShifts(view, view);
   EXPECT_NEAR(map.At({0, 0}), 1.0, 1e-5);
   // Of the first view only the even right part is left.
@@ -75,8 +74,8 @@ TEST(ShiftCorrelation, FlatAreasAreNotCompared) {
 TEST(ShiftCorrelation, DoesNotDependOnThreads) {
   const cv::Mat scene = RandomScene({900, 700}, 3);
   const auto correlate = [&scene] {
-    return CorrelateShifts(MakePlacementView(scene(cv::Rect(0, 0, 640, 480))),
-                           MakePlacementView(scene(cv::Rect(130, 77, 640, 480))))
+    return CorrelateShifts(ViewOf(scene(cv::Rect(0, 0, 640, 480))),
+                           ViewOf(scene(cv::Rect(130, 77, 640, 480))))
         .values;
   };
   const int threads = cv::getNumThreads();
