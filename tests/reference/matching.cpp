@@ -40,14 +40,13 @@ void Algorithm::RoughMatchPoint(std::vector<cv::Point> cornersFirst,
                                 std::vector<cv::Point>& matchedFirst,
                                 std::vector<cv::Point>& matchedSecond) {
   // All pairs are looked up before the first one is written.
+  std::vector<cv::Point> first, second;
   for (const cv::Point& pair : pairs) {
-    cornersFirst.at(static_cast<std::size_t>(pair.y));
-    cornersSecond.at(static_cast<std::size_t>(pair.x));
+    first.push_back(cornersFirst.at(static_cast<std::size_t>(pair.y)));
+    second.push_back(cornersSecond.at(static_cast<std::size_t>(pair.x)));
   }
-  for (const cv::Point& pair : pairs) {
-    matchedFirst.push_back(cornersFirst.at(static_cast<std::size_t>(pair.y)));
-    matchedSecond.push_back(cornersSecond.at(static_cast<std::size_t>(pair.x)));
-  }
+  matchedFirst.insert(matchedFirst.end(), first.begin(), first.end());
+  matchedSecond.insert(matchedSecond.end(), second.begin(), second.end());
 }
 
 }  // namespace reference
