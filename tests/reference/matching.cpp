@@ -45,8 +45,10 @@ void Algorithm::RoughMatchPoint(std::vector<cv::Point> cornersFirst,
     first.push_back(cornersFirst.at(static_cast<std::size_t>(pair.y)));
     second.push_back(cornersSecond.at(static_cast<std::size_t>(pair.x)));
   }
-  matchedFirst.insert(matchedFirst.end(), first.begin(), first.end());
-  matchedSecond.insert(matchedSecond.end(), second.begin(), second.end());
+  for (std::size_t k = 0; k < pairs.size(); ++k) {
+    matchedFirst.push_back(first[k]);
+    matchedSecond.push_back(second[k]);
+  }
 }
 
 }  // namespace reference
