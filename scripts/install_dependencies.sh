@@ -3,7 +3,8 @@
 # there. Packages for one major version of Qt are enough to build against it.
 #
 # usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
-#                                        [--fuzz] [--libvips] [--aarch64] [--chroot] [--list]
+#                                        [--fuzz] [--libvips] [--readers] [--aarch64]
+#                                        [--chroot] [--list]
 #
 #   --clang    clang 14 beside GCC
 #   --ccache   the compiler cache, which the other scripts use where it is present
@@ -11,6 +12,7 @@
 #   --tidy     clang-tidy
 #   --fuzz     clang 14 with its fuzzing library
 #   --libvips  libvips, which writes Deep Zoom
+#   --readers  other readers of the pictures that the programs write, for the tests
 #   --aarch64  the cross compiler, the emulator, and what makes the system root
 #   --chroot   what makes a chroot of another Debian
 #   --list     prints the packages instead of installing them
@@ -19,8 +21,7 @@ set -euo pipefail
 qt=5
 list=
 packages=(g++ cmake ninja-build pkg-config libopencv-dev libhwy-dev libgtest-dev
-  libbenchmark-dev libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev
-  python3-tifffile openslide-tools)
+  libbenchmark-dev libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev)
 while [ $# -gt 0 ]; do
   case "$1" in
     --qt) qt=${2:-}; shift 2 || shift ;;
@@ -30,6 +31,7 @@ while [ $# -gt 0 ]; do
     --tidy) packages+=(clang-tidy); shift ;;
     --fuzz) packages+=(clang-14 libclang-rt-14-dev); shift ;;
     --libvips) packages+=(libvips-dev); shift ;;
+    --readers) packages+=(python3-tifffile openslide-tools); shift ;;
     --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
     --chroot) packages+=(mmdebstrap); shift ;;
     --list) list=1; shift ;;

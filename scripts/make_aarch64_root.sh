@@ -9,10 +9,9 @@ root=$(realpath -m "$1")
 cd "$(dirname "$0")"
 suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 
-# What this machine builds with, less what the cross compiler and the machine provide, and
-# the other readers of pictures, which the tests run.
+# What this machine builds with, less what the cross compiler and the machine provide.
 packages=$(./install_dependencies.sh --list |
-  grep -vxE 'g\+\+|cmake|ninja-build|pkg-config|python3-tifffile|openslide-tools' | paste -sd,)
+  grep -vxE 'g\+\+|cmake|ninja-build|pkg-config' | paste -sd,)
 mapfile -t mirrors < <(./debian_mirrors.sh "$suite")
 
 # By way of an archive, so that an ordinary user owns the files, and without devices.

@@ -41,7 +41,7 @@ while [ $# -gt 0 ]; do
 done
 
 name=build-qt$qt
-packages=(--qt "$qt")
+packages=(--readers --qt "$qt")
 options=(-DJQ_QT_MAJOR="$qt" -DJQ_WARNINGS_AS_ERRORS=$werror -DJQ_BUILD_BENCH=$bench
   -DJQ_BUILD_APPS=ON -DJQ_BUILD_TESTS=ON "-DJQ_TEST_ROOMS=$rooms"
   -DJQ_LIBVIPS=$libvips)

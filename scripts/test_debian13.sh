@@ -27,7 +27,7 @@ mkdir -p "$dir"
 dir=$(cd "$dir" && pwd)
 root=$dir/root
 if [ ! -d "$root" ]; then
-  packages=$(scripts/install_dependencies.sh --ccache --list | paste -sd,)
+  packages=$(scripts/install_dependencies.sh --ccache --readers --list | paste -sd,)
   mapfile -t mirrors < <(scripts/debian_mirrors.sh trixie)
   rm -rf "$root.part"
   mmdebstrap --mode=root --variant=apt --include="$packages" \
@@ -44,5 +44,5 @@ git archive HEAD | as_builder "tar -x -C source"
 mount -t proc proc "$root/proc"
 trap 'umount "$root/proc"' EXIT
 # What has come to be needed since the chroot was made, which only root may install.
-chroot "$root" sh -c "cd /home/builder/source && scripts/install_dependencies.sh --ccache"
+chroot "$root" sh -c "cd /home/builder/source && scripts/install_dependencies.sh --ccache --readers"
 as_builder "cd source && scripts/test.sh --werror --no-libvips $*"
