@@ -1,5 +1,7 @@
 #include "scope/session_driver.h"
 
+#include <QApplication>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <future>
@@ -47,7 +49,7 @@ void SessionDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void SessionDriver::WaitForFrame() {
   const int before = Report().stitched;
-  QVERIFY2(QTest::qWaitFor([&] { return Report().stitched >= before + 2; }, kPatience),
+  QVERIFY2(QTest::qWaitFor([&] { return Report().stitched >= before + 3; }, kPatience),
            "no frame came");
 }
 
@@ -56,6 +58,24 @@ void SessionDriver::Move(Qt::Key arrow, int presses, Qt::KeyboardModifiers modif
     Key(arrow, modifiers);
     WaitForFrame();
   }
+}
+
+void SessionDriver::DragStage(QPoint from) {
+  auto* pad = m_window->findChild<jqscope::StagePad*>();
+  const QPoint middle = pad->rect().center();
+  if (!m_dragging) QTest::mousePress(pad, Qt::LeftButton, Qt::NoModifier, middle);
+  m_dragging = true;
+  const QPoint at = middle + from;
+  QMouseEvent move(QEvent::MouseMove, QPointF(at), pad->mapToGlobal(at), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(pad, &move);
+  WaitForFrame();
+}
+
+void SessionDriver::DropStage() {
+  auto* pad = m_window->findChild<jqscope::StagePad*>();
+  QTest::mouseRelease(pad, Qt::LeftButton, Qt::NoModifier, pad->rect().center());
+  m_dragging = false;
 }
 
 void SessionDriver::StartRun() {

@@ -1,6 +1,7 @@
 #ifndef JQ_TESTS_SCOPE_SESSION_DRIVER_H
 #define JQ_TESTS_SCOPE_SESSION_DRIVER_H
 
+#include <QPoint>
 #include <Qt>
 #include <memory>
 #include <mutex>
@@ -27,7 +28,12 @@ class SessionDriver {
   /// Moves the stage by so many key presses, and waits after each until a frame taken
   /// since was judged.
   void Move(Qt::Key arrow, int presses, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-  /// Waits until two more frames were judged: the second was taken after the call.
+  /// Drags the field of view over the stage pad, so many of its pixels from where it was
+  /// taken hold of, and waits for a frame. The first call takes hold, `DropStage` lets go.
+  void DragStage(QPoint from);
+  void DropStage();
+  /// Waits until three more frames were judged. The first may have been in hand at the
+  /// call, the second may have been waiting; the third was taken later.
   void WaitForFrame();
   /// F5, and waits for the first frame.
   void StartRun();
@@ -40,6 +46,7 @@ class SessionDriver {
   std::vector<cv::Mat> Frames() const;
 
  private:
+  bool m_dragging = false;
   mutable std::mutex m_mutex;
   std::vector<cv::Mat> m_frames;
   std::unique_ptr<jqscope::MainWindow> m_window;  // last: its threads use the others
