@@ -81,3 +81,6 @@ install(FILES
 if(TARGET jqstitch)
   set_target_properties(jqstitch PROPERTIES INSTALL_RPATH "$ORIGIN/${_bin_to_lib}")
 endif()
+if(TARGET jqscope)
+  set_target_properties(jqscope PROPERTIES INSTALL_RPATH "$ORIGIN/${_bin_to_lib}")
+endif()

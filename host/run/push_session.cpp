@@ -141,6 +141,16 @@ void PushSession::CompareWithPicture(const cv::Mat& image, FrameResult& result) 
   result.appearance = CompareAppearance(mosaic(common), frame(common - place.tl()));
 }
 
+bool PushSession::TakeBack(const FrameJudge& before) {
+  if (!m_stitcher.UndoLastFrame()) return false;
+  m_judge = before;
+  return true;
+}
+
+bool PushSession::ContinueAt(cv::Point place) {
+  return m_judge && m_stitcher.ContinueAt(place + m_judge->Origin());
+}
+
 Picture PushSession::PictureSoFar(bool trim) const {
   if (!m_judge) return Picture();
   return OrFirstFrame(TakePicture(m_stitcher, trim), *m_judge);

@@ -50,6 +50,12 @@ class PushSession {
   FrameResult TakeUnsettled(const SourceFrame& frame);
   bool IsUnsettled() const { return m_judge && m_judge->IsUnsettled(); }
   void Settle(FrameResult& result);
+  /// Takes the newest placed frame, or the newest `ContinueAt`, out again, as far as the
+  /// stitcher's undo depth reaches. @param before a copy of `Judge` from before it
+  bool TakeBack(const FrameJudge& before);
+  /// Goes on from a place of the picture: the next frame is measured against the block with
+  /// this top-left corner, in the coordinates of results. False where there is no picture.
+  bool ContinueAt(cv::Point place);
 
   /// Whether any frame could be used so far. Nothing below has a meaning before.
   bool HasStarted() const { return m_judge.has_value(); }

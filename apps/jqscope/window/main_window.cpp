@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QScrollArea>
 #include <QSettings>
@@ -50,7 +52,7 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   m_actions.DrawIcons(palette().color(QPalette::ButtonText));
   m_actions["cancel"]->setEnabled(false);
   m_actions["trim"]->setChecked(m_preferences.trim);
-  m_view->SetPixelSize(m_preferences.PixelSize());
+  m_view->SetPixelSize(m_preferences.PixelSize() * stitch.detectLevel);
   ShowBackground();
 
   const QString source = options.source.isEmpty() ? m_preferences.source : options.source;
@@ -85,6 +87,8 @@ void MainWindow::BuildPanels() {
   m_map = new Minimap(m_session.Tiles());
   m_counters = new Counters;
   sideColumn->addWidget(m_map);
+  m_drift = new DriftPlot;
+  sideColumn->addWidget(m_drift);
   sideColumn->addWidget(m_counters, 1);
   auto* scroll = new QScrollArea;
   scroll->setWidget(side);
@@ -137,7 +141,9 @@ void MainWindow::ConnectSession() {
 
 void MainWindow::OnReport() {
   const bool wasOver = m_report.phase == RunPhase::kEnded;
+  const int noticeBefore = m_report.noticeNumber;
   m_report = m_session.Report();
+  if (m_report.noticeNumber > noticeBefore) statusBar()->showMessage(m_report.notice, 6000);
   LiveStyle style = StyleOf(m_report.state);
   if (m_report.phase == RunPhase::kPaused) style.word = tr("paused");
   if (m_report.phase == RunPhase::kEnded) style.word = tr("ended");
@@ -146,6 +152,7 @@ void MainWindow::OnReport() {
   m_coach->Show(CoachingFor(m_report));
   m_view->Show(m_report);
   m_map->Show(m_report);
+  m_drift->Show(m_report, m_preferences.PixelSize());
   m_counters->Show(m_report, m_latency, m_session.Tiles().Bytes());
   UpdateActions();
   if (!wasOver && m_report.phase == RunPhase::kEnded) OnRunOver();
@@ -158,6 +165,7 @@ void MainWindow::UpdateActions() {
   m_actions["pause"]->setEnabled(going);
   m_actions["pause"]->setChecked(phase == RunPhase::kPaused);
   m_actions["stop"]->setEnabled(going);
+  m_actions["undo"]->setEnabled(m_report.undoSteps > 0);
   m_actions["new"]->setEnabled(phase != RunPhase::kIdle);
   const bool hasPicture = !m_report.path.isEmpty();
   for (const char* name : {"save", "saveas"}) m_actions[name]->setEnabled(hasPicture);
@@ -172,6 +180,23 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
   const double down = key == Qt::Key_Up ? -step : key == Qt::Key_Down ? step : 0;
   if (isMicroscope && (across != 0 || down != 0)) return m_stagePanel->Step(across, down);
   QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+// Files and folders that are dropped become the source.
+void MainWindow::dropEvent(QDropEvent* event) {
+  SourceChoice choice;
+  choice.kind = SourceKind::kFiles;
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (url.isLocalFile()) choice.paths.push_back(url.toLocalFile().toLocal8Bit().toStdString());
+  }
+  if (choice.paths.empty()) return;
+  event->acceptProposedAction();
+  SetSource(choice, QString());
+  Start();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

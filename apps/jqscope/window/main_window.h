@@ -8,6 +8,7 @@
 #include "start/options.h"
 #include "view/coach_bar.h"
 #include "view/counters.h"
+#include "view/drift_plot.h"
 #include "view/minimap.h"
 #include "view/mosaic_view.h"
 #include "view/stage_panel.h"
@@ -47,6 +48,8 @@ class MainWindow : public QMainWindow {
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void BuildPanels();
@@ -56,6 +59,7 @@ class MainWindow : public QMainWindow {
   void ConnectViewActions();
 
   void SetSource(const SourceChoice& choice, const QString& kept);
+  void ChangeSettings();
   void ChooseCamera();
   void ChooseFolder(SourceKind kind);
   void Start();
@@ -80,6 +84,7 @@ class MainWindow : public QMainWindow {
   MosaicView* m_view;
   Minimap* m_map = nullptr;
   Counters* m_counters = nullptr;
+  DriftPlot* m_drift = nullptr;
   StagePanel* m_stagePanel = nullptr;
   QDockWidget* m_stageDock = nullptr;
   QProgressBar* m_progress = nullptr;  // of saving

@@ -9,7 +9,9 @@
 #include <QProgressBar>
 #include <QStatusBar>
 
+#include "window/help_page.h"
 #include "window/main_window.h"
+#include "window/settings_dialog.h"
 #include "window/theme.h"
 
 namespace jqscope {
@@ -51,6 +53,13 @@ void MainWindow::ConnectRunActions() {
   on("new", [this] { Start(); });
   on("pause", [this](bool pause) { m_session.Pause(pause); });
   on("stop", [this] { m_session.Stop(); });
+  on("undo", [this] { m_session.Thread().Post([](RunDesk& desk) { desk.Undo(); }); });
+  connect(m_view, &MosaicView::placePicked, this, [this](QPoint place) {
+    m_session.Thread().Post(
+        [place](RunDesk& desk) { desk.ContinueAround(cv::Point(place.x(), place.y())); });
+  });
+  on("settings", [this] { ChangeSettings(); });
+  on("help", [this] { ShowHelp(this); });
 }
 
 void MainWindow::ConnectPictureActions() {
@@ -94,6 +103,13 @@ void MainWindow::ConnectViewActions() {
                           "microscope's stage.</p>")
                            .arg(QApplication::applicationVersion()));
   });
+}
+
+void MainWindow::ChangeSettings() {
+  SettingsDialog dialog(m_preferences, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  m_preferences = dialog.Chosen();
+  m_view->SetPixelSize(m_preferences.PixelSize() * m_preferences.run.stitch.detectLevel);
 }
 
 void MainWindow::SetSource(const SourceChoice& choice, const QString& kept) {

@@ -45,6 +45,12 @@ QRect ToRect(const cv::Rect& r) {
   return QRect(r.x, r.y, r.width, r.height);
 }
 
+// Steps that can be taken back, each of which keeps three pictures of a frame's size.
+int UndoDepth(cv::Size frame) {
+  constexpr double kBytes = 300e6;
+  return std::clamp(static_cast<int>(kBytes / (9.0 * std::max(1.0, frame.area() * 1.0))), 3, 20);
+}
+
 }  // namespace
 
 RunDesk::RunDesk(TilePyramid& tiles) : m_tiles(tiles) {}
@@ -54,6 +60,7 @@ void RunDesk::Start(const RunSettings& settings) {
   m_settings = settings;
   m_preparation = std::move(preparation);
   m_session = std::make_unique<jqhost::PushSession>(settings.stitch);
+  m_undo.clear();
   m_tiles.Clear();
   m_reckoning.Clear();
   m_rate.Clear();
@@ -108,7 +115,14 @@ void RunDesk::Prepare(jqhost::SourceFrame& frame) {
 void RunDesk::Stitch(jqhost::SourceFrame frame) {
   Prepare(frame);
   if (onStitched) onStitched(frame);
+  std::optional<jqhost::FrameJudge> before;
+  if (m_session->HasStarted()) {
+    before = m_session->Judge();
+  } else if (!frame.image.empty()) {
+    m_session->Stitcher().SetUndoDepth(UndoDepth(frame.image.size()));
+  }
   const FrameResult result = m_session->Take(frame);
+  if (result.Placed() && before) KeepUndo(*before);
   ++m_report.stitched;
   ++m_report.causes[result.cause];
   m_report.last = result;
@@ -117,7 +131,10 @@ void RunDesk::Stitch(jqhost::SourceFrame frame) {
   m_rate.Add(Clock::now());
   m_report.framesPerSecond = m_rate.PerSecond();
   if (frame.image.empty() || !m_session->HasStarted()) return;
-  if (frame.image.size() == m_session->Judge().FrameSize()) Locate(result, frame.image);
+  if (frame.image.size() == m_session->Judge().FrameSize()) {
+    Locate(result, frame.image);
+    FollowDrift(frame.image);
+  }
   if (result.Placed()) OnPlaced(result);
   Show(frame.image);
 }
@@ -149,18 +166,25 @@ void RunDesk::Locate(const FrameResult& result, const cv::Mat& image) {
 
 void RunDesk::OnPlaced(const FrameResult& result) {
   const jqhost::FrameJudge& judge = m_session->Judge();
-  const JQImageStitching& stitcher = m_session->Stitcher();
-  const cv::Rect placed(result.position, judge.WorkingSize());
   m_lastPlaced = result.position;
   m_report.path.append(QPoint(result.position.x, result.position.y));
-  m_report.lastPlaced = ToRect(placed);
+  ShowMosaic(cv::Rect(result.position, judge.WorkingSize()));
+}
+
+// Paints what has changed; after a step back too.
+void RunDesk::ShowMosaic(const cv::Rect& placed) {
+  const jqhost::FrameJudge& judge = m_session->Judge();
+  const JQImageStitching& stitcher = m_session->Stitcher();
+  m_report.lastPlaced = ToRect(cv::Rect(m_lastPlaced, judge.WorkingSize()));
+  m_report.undoSteps = std::min(static_cast<int>(m_undo.size()), stitcher.GetUndoCount());
   const cv::Mat mosaic = stitcher.GetMosaic();
   if (mosaic.empty()) {
     // There is no mosaic before the second frame.
     cv::Mat first = judge.FirstFrame();
     if (first.size() != judge.WorkingSize()) cv::resize(first, first, judge.WorkingSize());
-    m_tiles.Paint(first, cv::Point(), placed);
-    m_report.bounds = ToRect(placed);
+    m_tiles.Clear();
+    m_tiles.Paint(first, cv::Point(), cv::Rect(cv::Point(), first.size()));
+    m_report.bounds = m_report.lastPlaced;
     return;
   }
   const cv::Rect bounds = stitcher.GetPlacedBounds() - judge.Origin();

@@ -1,6 +1,7 @@
 #ifndef JQSCOPE_WORK_RUN_DESK_H
 #define JQSCOPE_WORK_RUN_DESK_H
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -46,6 +47,11 @@ class RunDesk {
   /// Brings back the tiles that the view asks for.
   bool PaintWanted();
 
+  /// Takes the newest placed frame, or the newest place gone on from, back.
+  void Undo();
+  /// Goes on from the ground around this place of the mosaic.
+  void ContinueAround(cv::Point centre);
+
   /// A copy of the picture so far; empty where nothing is placed.
   Snapshot TakeSnapshot(bool trim) const;
 
@@ -61,6 +67,11 @@ class RunDesk {
   void OnPlaced(const jqhost::FrameResult& result);
   void Locate(const jqhost::FrameResult& result, const cv::Mat& image);
   void Show(const cv::Mat& image);
+  bool ContinueAt(cv::Point place);
+  void KeepUndo(const jqhost::FrameJudge& before);
+  void FollowDrift(const cv::Mat& image);
+  void ShowMosaic(const cv::Rect& changed);
+  void Tell(const QString& notice);
 
   TilePyramid& m_tiles;
   RunSettings m_settings;
@@ -72,6 +83,15 @@ class RunDesk {
   cv::Point m_place;       // of the frame before, as far as known
   cv::Point m_lastPlaced;  // of the frame placed last
   bool m_mosaicShown = false;
+
+  // What a step back returns to, beside what the stitcher keeps.
+  struct UndoStep {
+    jqhost::FrameJudge judge;
+    cv::Point lastPlaced;
+    QVector<QPoint> path;
+    bool mosaicShown = false;
+  };
+  std::deque<UndoStep> m_undo;
 };
 
 }  // namespace jqscope

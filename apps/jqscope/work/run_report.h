@@ -53,6 +53,16 @@ struct RunReport {
   std::int64_t mosaicBytes = 0;
   bool outOfMemory = false;
 
+  int undoSteps = 0;  ///< placed frames and places gone on from that can be taken back
+
+  // Where the frame was measured, against where the ground placed earlier has it.
+  bool hasDrift = false;
+  double drift = 0.0;           ///< pixels
+  QVector<float> driftHistory;  ///< the latest of this run, oldest first
+
+  QString notice;        ///< something to tell once
+  int noticeNumber = 0;  ///< one more for each
+
   int Count(jqhost::Cause cause) const {
     const auto found = causes.find(cause);
     return found == causes.end() ? 0 : found->second;

@@ -1,0 +1,88 @@
+// Steps back, places gone on from, and the drift.
+#include <QCoreApplication>
+#include <cmath>
+#include <opencv2/imgproc.hpp>
+
+#include "host/source/image_record.h"
+#include "work/drift.h"
+#include "work/run_desk.h"
+
+namespace jqscope {
+namespace {
+
+constexpr int kDriftHistory = 120;
+
+struct DeskWords {
+  Q_DECLARE_TR_FUNCTIONS(RunDesk)
+};
+
+}  // namespace
+
+void RunDesk::KeepUndo(const jqhost::FrameJudge& before) {
+  m_undo.push_back({before, m_lastPlaced, m_report.path, m_mosaicShown});
+  const auto most = static_cast<std::size_t>(m_session->Stitcher().GetUndoCount());
+  while (m_undo.size() > most) m_undo.pop_front();
+}
+
+void RunDesk::Undo() {
+  if (!m_session || m_undo.empty() || !m_session->TakeBack(m_undo.back().judge)) {
+    return Tell(DeskWords::tr("There is nothing to take back"));
+  }
+  const UndoStep step = m_undo.back();
+  m_undo.pop_back();
+  const bool wasFrame = m_report.path.size() > step.path.size();
+  const cv::Rect changed(m_lastPlaced, m_session->Judge().WorkingSize());
+  m_lastPlaced = step.lastPlaced;
+  m_report.path = step.path;
+  m_mosaicShown = step.mosaicShown;
+  if (wasFrame) --m_report.causes[jqhost::Cause::kPlaced];
+  ShowMosaic(changed);
+  Tell(wasFrame ? DeskWords::tr("The last frame is taken back")
+                : DeskWords::tr("Going on from the frame placed last again"));
+}
+
+void RunDesk::ContinueAround(cv::Point centre) {
+  if (!m_session || !m_session->HasStarted()) return;
+  const cv::Size size = m_session->Judge().WorkingSize();
+  Tell(ContinueAt(centre - cv::Point(size) / 2)
+           ? DeskWords::tr("Going on from here: bring this place under the camera")
+           : DeskWords::tr("A whole frame of picture is needed to go on from a place"));
+}
+
+bool RunDesk::ContinueAt(cv::Point place) {
+  const jqhost::FrameJudge before = m_session->Judge();
+  if (!m_session->ContinueAt(place)) return false;
+  KeepUndo(before);
+  m_lastPlaced = place;
+  m_report.lastPlaced = QRect(QPoint(place.x, place.y), m_report.frameSize);
+  m_report.undoSteps =
+      std::min(static_cast<int>(m_undo.size()), m_session->Stitcher().GetUndoCount());
+  return true;
+}
+
+// Only for frames that were measured and not painted: where one was placed, the ground is
+// its own.
+void RunDesk::FollowDrift(const cv::Mat& image) {
+  m_report.hasDrift = false;
+  if (m_report.state != LiveState::kTracked) return;
+  const cv::Mat mosaic = m_session->Stitcher().GetMosaic();
+  if (mosaic.empty()) return;
+  const jqhost::FrameJudge& judge = m_session->Judge();
+  cv::Mat frame = jqhost::AsTakenIn(image);
+  if (frame.size() != judge.WorkingSize()) cv::resize(frame, frame, judge.WorkingSize());
+  const std::optional<cv::Point2d> drift =
+      MeasureDrift(mosaic, frame, m_place + judge.Origin(),
+                   cv::Rect(m_lastPlaced + judge.Origin(), judge.WorkingSize()));
+  if (!drift) return;
+  m_report.hasDrift = true;
+  m_report.drift = std::hypot(drift->x, drift->y);
+  m_report.driftHistory.append(static_cast<float>(m_report.drift));
+  if (m_report.driftHistory.size() > kDriftHistory) m_report.driftHistory.removeFirst();
+}
+
+void RunDesk::Tell(const QString& notice) {
+  m_report.notice = notice;
+  ++m_report.noticeNumber;
+}
+
+}  // namespace jqscope
