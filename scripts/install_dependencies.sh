@@ -4,7 +4,7 @@
 #
 # usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
 #                                        [--fuzz] [--libvips] [--readers] [--aarch64]
-#                                        [--chroot] [--list]
+#                                        [--chroot] [--display] [--list]
 #
 #   --clang    clang 14 beside GCC
 #   --ccache   the compiler cache, which the other scripts use where it is present
@@ -15,6 +15,7 @@
 #   --readers  other readers of the pictures that the programs write, for the tests
 #   --aarch64  the cross compiler, the emulator, and what makes the system root
 #   --chroot   what makes a chroot of another Debian
+#   --display  a display in memory, for pictures of the window
 #   --list     prints the packages instead of installing them
 set -euo pipefail
 
@@ -34,6 +35,7 @@ while [ $# -gt 0 ]; do
     --readers) packages+=(python3-tifffile openslide-tools); shift ;;
     --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
     --chroot) packages+=(mmdebstrap); shift ;;
+    --display) packages+=(xvfb xauth); shift ;;
     --list) list=1; shift ;;
     *) echo "unknown option: $1" >&2; exit 2 ;;
   esac

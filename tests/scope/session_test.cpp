@@ -5,6 +5,8 @@
 #include <QTest>
 #include <opencv2/imgcodecs.hpp>
 
+#include "host/source/image_record.h"
+#include "jqimagestitching.h"
 #include "scope/session_driver.h"
 
 using jqscope::LiveState;
@@ -39,6 +41,8 @@ class SessionTest : public QObject {
   void serpentineThatGetsLostTwice();
   void pauseTakesNoFrames();
   void saveWhileRunning();
+  void undoSeveralFrames();
+  void goOnFromAPlace();
   void viewByKeysAndMouse();
   void everyActionCanBeReached();
 };
@@ -57,7 +61,7 @@ void SessionTest::serpentineThatGetsLostTwice() {
   // Twice the stage is dragged far aside, at once, and back to where it was.
   for (const QPoint aside : {QPoint(80, 0), QPoint(-60, -40)}) {
     driver.DragStage(aside);
-    QCOMPARE(driver.Report().state, LiveState::kLost);
+    QTRY_VERIFY2(driver.Report().state == LiveState::kLost, Why(driver));
     QCOMPARE(driver.Window().Sentence(), QString("Lost: move back to the highlighted place"));
     driver.DragStage(QPoint(0, 0));
     QTRY_VERIFY2(driver.Report().state != LiveState::kLost, Why(driver));
@@ -116,6 +120,80 @@ void SessionTest::saveWhileRunning() {
   // Every pixel of the early picture that no later frame covers is the same later.
   const cv::Rect untouched(0, 0, early.cols - 320, early.rows);
   QVERIFY(IsSamePicture(early(untouched), whole(untouched)));
+}
+
+void SessionTest::undoSeveralFrames() {
+  SessionDriver driver;
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 9);
+  driver.Move(Qt::Key_Up, 9);
+  driver.Key(Qt::Key_F6);
+  driver.WaitForStitcher();
+  const int placed = driver.Report().path.size();
+  QVERIFY(placed > 4);
+  for (int i = 0; i < 3; ++i) driver.Key(Qt::Key_Z, Qt::ControlModifier);
+  driver.WaitForStitcher();
+  QTRY_COMPARE(driver.Report().path.size(), placed - 3);
+  QCOMPARE(driver.SaveAndWait(Path("undone.png")), QString());
+
+  JQImageStitching stitcher;
+  stitcher.SetUndoDepth(3);
+  for (const cv::Mat& frame : driver.Frames()) {
+    _tagJQIMG record = jqhost::MakeRecord(frame);
+    stitcher.Stitching(&record, 0, 1, 8);
+  }
+  for (int i = 0; i < 3; ++i) QVERIFY(stitcher.UndoLastFrame());
+  QVERIFY(IsSamePicture(Read("undone.png"), stitcher.GetMosaic()(stitcher.GetPlacedBounds())));
+  // What the view shows is what is left.
+  const QRect bounds = driver.Report().bounds;
+  QCOMPARE(bounds.size(),
+           QSize(stitcher.GetPlacedBounds().width, stitcher.GetPlacedBounds().height));
+  for (int i = 0; i < 30; ++i) driver.Key(Qt::Key_Z, Qt::ControlModifier);
+  driver.WaitForStitcher();
+  QTRY_COMPARE(driver.Report().path.size(), 1);
+  QVERIFY(!driver.Window().Action("undo")->isEnabled());
+}
+
+void SessionTest::goOnFromAPlace() {
+  SessionDriver driver;
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 16);
+  driver.Key(Qt::Key_Space);
+  QTRY_COMPARE(driver.Report().phase, RunPhase::kPaused);
+  driver.WaitForStitcher();
+  const std::vector<cv::Mat> before = driver.Frames();
+  // The first frame's middle.
+  jqscope::MosaicView& view = driver.Window().View();
+  const QPoint click = view.Transform().ToScreen(QPointF(160, 120)).toPoint();
+  const QPointF centre = view.Transform().ToMosaic(click);
+  QTest::mouseClick(&view, Qt::LeftButton, Qt::ControlModifier, click);
+  driver.WaitForStitcher();
+  QTRY_VERIFY(driver.Report().notice.startsWith("Going on from here"));
+  const QPoint place = driver.Report().lastPlaced.topLeft();
+  QVERIFY((place - (centre - QPointF(160, 120)).toPoint()).manhattanLength() <= 2);
+  for (int i = 0; i < 16; ++i) driver.Key(Qt::Key_Left);
+  QTest::qWait(30);  // until a frame of the new place is under the camera
+  const QRect bounds = driver.Report().bounds;
+  driver.Key(Qt::Key_Space);
+  QTRY_COMPARE(driver.Report().phase, RunPhase::kRunning);
+  driver.Move(Qt::Key_Down, 8);
+  driver.Key(Qt::Key_F6);
+  driver.WaitForStitcher();
+  QVERIFY(driver.Report().bounds.height() > 240);
+  QCOMPARE(driver.SaveAndWait(Path("goneon.png")), QString());
+
+  JQImageStitching stitcher;
+  const std::vector<cv::Mat> frames = driver.Frames();
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    if (i == before.size()) {
+      const cv::Point corner = stitcher.GetPlacedBounds().tl();
+      QVERIFY(
+          stitcher.ContinueAt(corner + cv::Point(place.x() - bounds.x(), place.y() - bounds.y())));
+    }
+    _tagJQIMG record = jqhost::MakeRecord(frames[i]);
+    stitcher.Stitching(&record, 0, 1, 8);
+  }
+  QVERIFY(IsSamePicture(Read("goneon.png"), stitcher.GetMosaic()(stitcher.GetPlacedBounds())));
 }
 
 void SessionTest::viewByKeysAndMouse() {

@@ -9,8 +9,8 @@ namespace {
 // Sides of the strips that are compared: thinner ones show too little, and the middle of
 // larger ones is enough.
 constexpr int kThinnest = 40, kWidest = 512;
-// Share of the energy in the peak; unrelated pictures stay well below.
-constexpr double kClear = 0.15;
+// Correlation of the two at the shift that was found; unrelated pictures stay well below.
+constexpr double kAlike = 0.6;
 
 // The largest of the four strips of `view` beside `other`.
 cv::Rect LargestStrip(const cv::Rect& view, const cv::Rect& other) {
@@ -39,6 +39,15 @@ cv::Mat Grey(const cv::Mat& picture) {
   return grey;
 }
 
+// Correlation where `there`, moved back by the shift, lies over `here`.
+double Likeness(const cv::Mat& here, const cv::Mat& there, cv::Point shift) {
+  const cv::Rect common = cv::Rect(cv::Point(), here.size()) & cv::Rect(-shift, here.size());
+  if (std::min(common.width, common.height) < kThinnest / 2) return 0;
+  cv::Mat likeness;
+  cv::matchTemplate(here(common), there(common + shift), likeness, cv::TM_CCOEFF_NORMED);
+  return static_cast<double>(likeness.at<float>(0, 0));
+}
+
 }  // namespace
 
 std::optional<cv::Point2d> MeasureDrift(const cv::Mat& mosaic, const cv::Mat& frame,
@@ -54,9 +63,10 @@ std::optional<cv::Point2d> MeasureDrift(const cv::Mat& mosaic, const cv::Mat& fr
   const cv::Mat here = Grey(frame(strip - place)), there = Grey(ground);
   cv::Mat window;
   cv::createHanningWindow(window, here.size(), CV_32F);
-  double clear = 0;
-  const cv::Point2d shift = cv::phaseCorrelate(here, there, window, &clear);
-  if (!(clear >= kClear)) return std::nullopt;
+  const cv::Point2d shift = cv::phaseCorrelate(here, there, window);
+  if (!(Likeness(here, there, cv::Point(cvRound(shift.x), cvRound(shift.y))) >= kAlike)) {
+    return std::nullopt;
+  }
   return shift;
 }
 

@@ -1,5 +1,6 @@
 // Steps back, places gone on from, and the drift.
 #include <QCoreApplication>
+#include <algorithm>
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
@@ -43,8 +44,13 @@ void RunDesk::Undo() {
 
 void RunDesk::ContinueAround(cv::Point centre) {
   if (!m_session || !m_session->HasStarted()) return;
-  const cv::Size size = m_session->Judge().WorkingSize();
-  Tell(ContinueAt(centre - cv::Point(size) / 2)
+  const QSize size = m_report.frameSize;
+  // A click near the edge means the outermost frame there.
+  const QRect bounds = m_report.bounds;
+  const cv::Point place(
+      std::clamp(centre.x - size.width() / 2, bounds.left(), bounds.right() + 1 - size.width()),
+      std::clamp(centre.y - size.height() / 2, bounds.top(), bounds.bottom() + 1 - size.height()));
+  Tell(ContinueAt(place)
            ? DeskWords::tr("Going on from here: bring this place under the camera")
            : DeskWords::tr("A whole frame of picture is needed to go on from a place"));
 }
