@@ -35,6 +35,8 @@ SessionDriver::SessionDriver(jqscope::Options options, cv::Size frame, cv::Size 
       m_frames.push_back(taken.image.clone());
     };
   });
+  // Tests that compare with the frames alone go on by hand.
+  m_window->Action("find")->trigger();
   m_window->show();
   m_window->activateWindow();
   (void)QTest::qWaitForWindowActive(m_window.get());
@@ -70,6 +72,12 @@ void SessionDriver::DragStage(QPoint from) {
                    Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(pad, &move);
   WaitForFrame();
+}
+
+double SessionDriver::PadPixel() const {
+  const auto* pad = m_window->findChild<jqscope::StagePad*>();
+  const jqscope::Stage::State now = m_window->Work().Microscope().Now();
+  return std::max(now.scene.width / (pad->width() - 2.0), now.scene.height / (pad->height() - 2.0));
 }
 
 void SessionDriver::DropStage() {

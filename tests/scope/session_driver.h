@@ -32,6 +32,8 @@ class SessionDriver {
   /// taken hold of, and waits for a frame. The first call takes hold, `DropStage` lets go.
   void DragStage(QPoint from);
   void DropStage();
+  /// Pixels of the slide for one of the pad.
+  double PadPixel() const;
   /// Waits until three more frames were judged. The first may have been in hand at the
   /// call, the second may have been waiting; the third was taken later.
   void WaitForFrame();

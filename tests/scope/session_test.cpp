@@ -43,6 +43,7 @@ class SessionTest : public QObject {
   void saveWhileRunning();
   void undoSeveralFrames();
   void goOnFromAPlace();
+  void findsTheLostFrame();
   void viewByKeysAndMouse();
   void everyActionCanBeReached();
 };
@@ -194,6 +195,30 @@ void SessionTest::goOnFromAPlace() {
     stitcher.Stitching(&record, 0, 1, 8);
   }
   QVERIFY(IsSamePicture(Read("goneon.png"), stitcher.GetMosaic()(stitcher.GetPlacedBounds())));
+}
+
+void SessionTest::findsTheLostFrame() {
+  SessionDriver driver;
+  driver.StartRun();
+  driver.Move(Qt::Key_Right, 30);
+  // Dragged back to the first frame at once, which nothing tells the stitcher.
+  const auto steps = static_cast<int>(driver.Report().lastPlaced.x());
+  QVERIFY(steps > 240);
+  driver.DragStage(QPoint(-qRound(290 / driver.PadPixel()), 0));
+  QTRY_VERIFY2(driver.Report().state == LiveState::kLost, Why(driver));
+  QTest::qWait(100);
+  QVERIFY2(driver.Report().state == LiveState::kLost, Why(driver));
+  QVERIFY(driver.Report().notice.isEmpty());
+  driver.Window().Action("find")->trigger();
+  QTRY_VERIFY(driver.Report().notice.startsWith("Found"));
+  QTRY_VERIFY2(driver.Report().state != LiveState::kLost, Why(driver));
+  driver.DropStage();
+  const int placed = driver.Report().path.size();
+  driver.Move(Qt::Key_Down, 8);
+  QVERIFY(driver.Report().path.size() > placed);
+  // Placed truly: the ground below the first frame is where the slide has it.
+  const QPoint corner = driver.Report().lastPlaced.topLeft();
+  QVERIFY(corner.y() > 20 && qAbs(corner.x()) < 60);
 }
 
 void SessionTest::viewByKeysAndMouse() {

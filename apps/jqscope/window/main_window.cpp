@@ -51,6 +51,8 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   ApplyTheme(m_preferences.theme);
   m_actions.DrawIcons(palette().color(QPalette::ButtonText));
   m_actions["cancel"]->setEnabled(false);
+  // A script gets what the frames alone give.
+  SetFinding(m_preferences.findMe && !options.IsScript());
   m_actions["trim"]->setChecked(m_preferences.trim);
   m_view->SetPixelSize(m_preferences.PixelSize() * stitch.detectLevel);
   ShowBackground();

@@ -60,6 +60,7 @@ class MainWindow : public QMainWindow {
 
   void SetSource(const SourceChoice& choice, const QString& kept);
   void ChangeSettings();
+  void SetFinding(bool find);
   void ChooseCamera();
   void ChooseFolder(SourceKind kind);
   void Start();

@@ -58,6 +58,7 @@ void MainWindow::ConnectRunActions() {
     m_session.Thread().Post(
         [place](RunDesk& desk) { desk.ContinueAround(cv::Point(place.x(), place.y())); });
   });
+  on("find", [this](bool find) { SetFinding(find); });
   on("settings", [this] { ChangeSettings(); });
   on("help", [this] { ShowHelp(this); });
 }
@@ -103,6 +104,12 @@ void MainWindow::ConnectViewActions() {
                           "microscope's stage.</p>")
                            .arg(QApplication::applicationVersion()));
   });
+}
+
+void MainWindow::SetFinding(bool find) {
+  m_preferences.findMe = find;
+  m_actions["find"]->setChecked(find);
+  m_session.Thread().Post([find](RunDesk& desk) { desk.findsLost = find; });
 }
 
 void MainWindow::ChangeSettings() {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
+#include "work/likeness.h"
+
 namespace jqscope {
 namespace {
 
@@ -39,15 +41,6 @@ cv::Mat Grey(const cv::Mat& picture) {
   return grey;
 }
 
-// Correlation where `there`, moved back by the shift, lies over `here`.
-double Likeness(const cv::Mat& here, const cv::Mat& there, cv::Point shift) {
-  const cv::Rect common = cv::Rect(cv::Point(), here.size()) & cv::Rect(-shift, here.size());
-  if (std::min(common.width, common.height) < kThinnest / 2) return 0;
-  cv::Mat likeness;
-  cv::matchTemplate(here(common), there(common + shift), likeness, cv::TM_CCOEFF_NORMED);
-  return static_cast<double>(likeness.at<float>(0, 0));
-}
-
 }  // namespace
 
 std::optional<cv::Point2d> MeasureDrift(const cv::Mat& mosaic, const cv::Mat& frame,
@@ -64,7 +57,8 @@ std::optional<cv::Point2d> MeasureDrift(const cv::Mat& mosaic, const cv::Mat& fr
   cv::Mat window;
   cv::createHanningWindow(window, here.size(), CV_32F);
   const cv::Point2d shift = cv::phaseCorrelate(here, there, window);
-  if (!(Likeness(here, there, cv::Point(cvRound(shift.x), cvRound(shift.y))) >= kAlike)) {
+  if (!(Likeness(here, there, cv::Point(-cvRound(shift.x), -cvRound(shift.y)), kThinnest / 2) >=
+        kAlike)) {
     return std::nullopt;
   }
   return shift;

@@ -61,6 +61,7 @@ void RunDesk::Start(const RunSettings& settings) {
   m_preparation = std::move(preparation);
   m_session = std::make_unique<jqhost::PushSession>(settings.stitch);
   m_undo.clear();
+  m_lostFrames = m_searched = 0;
   m_tiles.Clear();
   m_reckoning.Clear();
   m_rate.Clear();
@@ -134,6 +135,7 @@ void RunDesk::Stitch(jqhost::SourceFrame frame) {
   if (frame.image.size() == m_session->Judge().FrameSize()) {
     Locate(result, frame.image);
     FollowDrift(frame.image);
+    LookForLost(frame.image);
   }
   if (result.Placed()) OnPlaced(result);
   Show(frame.image);

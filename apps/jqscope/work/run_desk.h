@@ -9,6 +9,7 @@
 #include "host/run/push_session.h"
 #include "host/source/frame_preparation.h"
 #include "view/tile_pyramid.h"
+#include "work/finder.h"
 #include "work/rate.h"
 #include "work/reckoning.h"
 #include "work/run_report.h"
@@ -56,8 +57,18 @@ class RunDesk {
   Snapshot TakeSnapshot(bool trim) const;
 
   const RunReport& Report() const { return m_report; }
+  const RunSettings& Settings() const { return m_settings; }
   /// Whether frames are shown while none is stitched: those of a camera are.
   bool showsLive = true;
+  /// Whether lost frames are looked for among the earlier places.
+  bool findsLost = true;
+  /// Hands a lost frame and earlier places, nearest first, to a search; whoever searches
+  /// calls `GoOnAt` with the place that was found. Called for every lost frame that is
+  /// worth a search. @return whether the search has begun
+  std::function<bool(const cv::Mat& frame, std::vector<KnownPlace> places)> search;
+  /// Goes on from a place that a search has found, if the run is still lost.
+  void GoOnAt(cv::Point place);
+
   /// Sees every frame that is stitched, as it is handed to the stitcher.
   std::function<void(const jqhost::SourceFrame&)> onStitched;
 
@@ -70,6 +81,8 @@ class RunDesk {
   bool ContinueAt(cv::Point place);
   void KeepUndo(const jqhost::FrameJudge& before);
   void FollowDrift(const cv::Mat& image);
+  void LookForLost(const cv::Mat& image);
+  std::vector<KnownPlace> NearestPlaces(int from, int count) const;
   void ShowMosaic(const cv::Rect& changed);
   void Tell(const QString& notice);
 
@@ -83,6 +96,8 @@ class RunDesk {
   cv::Point m_place;       // of the frame before, as far as known
   cv::Point m_lastPlaced;  // of the frame placed last
   bool m_mosaicShown = false;
+  int m_lostFrames = 0;  // in a row
+  int m_searched = 0;    // places that were compared since the run was lost
 
   // What a step back returns to, beside what the stitcher keeps.
   struct UndoStep {

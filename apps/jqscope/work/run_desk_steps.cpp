@@ -12,6 +12,13 @@ namespace jqscope {
 namespace {
 
 constexpr int kDriftHistory = 120;
+// A frame is looked for when so many in a row were lost: a single blurred one comes back
+// by itself.
+constexpr int kLostEnough = 4;
+// Places compared with one frame, and the least distance between two of them as a share
+// of the frame.
+constexpr int kPlacesAtOnce = 6;
+constexpr double kPlacesApart = 0.3;
 
 struct DeskWords {
   Q_DECLARE_TR_FUNCTIONS(RunDesk)
@@ -64,6 +71,58 @@ bool RunDesk::ContinueAt(cv::Point place) {
   m_report.undoSteps =
       std::min(static_cast<int>(m_undo.size()), m_session->Stitcher().GetUndoCount());
   return true;
+}
+
+// Compares the frame with a few places, the next frame with the next few, and so on.
+void RunDesk::LookForLost(const cv::Mat& image) {
+  const bool lost = m_report.state == LiveState::kLost || m_report.state == LiveState::kTooFar;
+  m_lostFrames = lost ? m_lostFrames + 1 : 0;
+  if (!lost) m_searched = 0;
+  if (!findsLost || !search || m_lostFrames < kLostEnough) return;
+  std::vector<KnownPlace> places = NearestPlaces(m_searched, kPlacesAtOnce);
+  if (places.empty() && m_searched > 0) {
+    m_searched = 0;
+    places = NearestPlaces(0, kPlacesAtOnce);
+  }
+  if (places.empty()) return;
+  cv::Mat frame = jqhost::AsTakenIn(image);
+  const cv::Size size = m_session->Judge().WorkingSize();
+  if (frame.size() != size) cv::resize(frame, frame, size);
+  const int compared = static_cast<int>(places.size());
+  if (search(frame.clone(), std::move(places))) m_searched += compared;
+}
+
+// The placed frames' corners by their distance from where the camera probably is.
+std::vector<KnownPlace> RunDesk::NearestPlaces(int from, int count) const {
+  const cv::Mat mosaic = m_session->Stitcher().GetMosaic();
+  if (mosaic.empty()) return {};
+  const cv::Size size = m_session->Judge().WorkingSize();
+  std::vector<cv::Point> places;
+  for (const QPoint& corner : m_report.path) {
+    const cv::Point place(corner.x(), corner.y());
+    const bool isNew = std::none_of(places.begin(), places.end(), [&](const cv::Point& other) {
+      return std::abs(place.x - other.x) < kPlacesApart * size.width &&
+             std::abs(place.y - other.y) < kPlacesApart * size.height;
+    });
+    if (isNew) places.push_back(place);
+  }
+  const auto distance = [this](const cv::Point& place) {
+    return std::hypot(place.x - m_place.x, place.y - m_place.y);
+  };
+  std::sort(places.begin(), places.end(),
+            [&](const cv::Point& a, const cv::Point& b) { return distance(a) < distance(b); });
+  std::vector<KnownPlace> known;
+  for (int i = from; i < std::min(from + count, static_cast<int>(places.size())); ++i) {
+    const cv::Point place = places[static_cast<std::size_t>(i)];
+    known.push_back({place, mosaic(cv::Rect(place + m_session->Judge().Origin(), size)).clone()});
+  }
+  return known;
+}
+
+void RunDesk::GoOnAt(cv::Point place) {
+  if (m_report.phase != RunPhase::kRunning || m_lostFrames == 0 || !ContinueAt(place)) return;
+  m_lostFrames = m_searched = 0;
+  Tell(DeskWords::tr("Found: the run goes on from an earlier place"));
 }
 
 // Only for frames that were measured and not painted: where one was placed, the ground is

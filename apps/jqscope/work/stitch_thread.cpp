@@ -6,6 +6,15 @@
 namespace jqscope {
 
 StitchThread::StitchThread(TilePyramid& tiles) : m_desk(tiles) {
+  m_desk.search = [this](const cv::Mat& frame, std::vector<KnownPlace> places) {
+    if (m_finder.IsBusy()) return false;
+    m_finder.Search(frame, std::move(places), m_desk.Settings().stitch,
+                    [this](const std::optional<cv::Point>& place) {
+                      if (!place) return;
+                      m_inbox.Post([this, at = *place] { m_desk.GoOnAt(at); });
+                    });
+    return true;
+  };
   m_thread = std::thread([this] { Run(); });
 }
 

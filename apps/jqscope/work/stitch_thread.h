@@ -47,6 +47,7 @@ class StitchThread : public QObject {
   RunReport m_newest;
   bool m_told = false;
   std::atomic<bool> m_bringing{false};
+  Finder m_finder;  // posts to the inbox, so it ends before it
   std::thread m_thread;
 };
 
