@@ -68,4 +68,10 @@ fi
 echo
 echo "== Look at"
 printf '  %s\n' "${pictures[@]}"
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  echo
+  echo "== The live window, on a simulated microscope: F5 starts, arrow keys move the stage"
+  cmake --build "$build" --target jqscope
+  "$build/apps/jqscope/jqscope" --source microscope --fresh
+fi
 exit "$worst"

@@ -141,14 +141,35 @@ void PushSession::CompareWithPicture(const cv::Mat& image, FrameResult& result) 
   result.appearance = CompareAppearance(mosaic(common), frame(common - place.tl()));
 }
 
-bool PushSession::TakeBack(const FrameJudge& before) {
-  if (!m_stitcher.UndoLastFrame()) return false;
-  m_judge = before;
+bool PushSession::UndoTo(cv::Point origin, cv::Point place) {
+  bool undone = false;
+  const CallEnd end = CallGuarded([&] { undone = m_stitcher.UndoLastFrame(); });
+  if (end.raised || !undone) return false;
+  JudgeFrom(origin, place);
   return true;
 }
 
 bool PushSession::ContinueAt(cv::Point place) {
-  return m_judge && m_stitcher.ContinueAt(place + m_judge->Origin());
+  if (!m_judge) return false;
+  bool goesOn = false;
+  const CallEnd end =
+      CallGuarded([&] { goesOn = m_stitcher.ContinueAt(place + m_judge->Origin()); });
+  if (end.raised || !goesOn) return false;
+  JudgeFrom(m_judge->Origin(), place);
+  return true;
+}
+
+// The next frame is judged against the block of the picture at this place.
+void PushSession::JudgeFrom(cv::Point origin, cv::Point place) {
+  const cv::Mat mosaic = m_stitcher.GetMosaic();
+  if (mosaic.empty()) {
+    const cv::Mat first = m_judge->FirstFrame();
+    m_judge.emplace(m_settings, first);
+    return;
+  }
+  cv::Mat block = mosaic(cv::Rect(origin + place, m_judge->WorkingSize())).clone();
+  if (block.size() != m_judge->FrameSize()) cv::resize(block, block, m_judge->FrameSize());
+  m_judge->GoOn(m_stitcher, origin, block, place);
 }
 
 Picture PushSession::PictureSoFar(bool trim) const {

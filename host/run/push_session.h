@@ -51,8 +51,10 @@ class PushSession {
   bool IsUnsettled() const { return m_judge && m_judge->IsUnsettled(); }
   void Settle(FrameResult& result);
   /// Takes the newest placed frame, or the newest `ContinueAt`, out again, as far as the
-  /// stitcher's undo depth reaches. @param before a copy of `Judge` from before it
-  bool TakeBack(const FrameJudge& before);
+  /// stitcher's undo depth reaches.
+  /// @param origin, place what `Judge().Origin()` and the place of the frame placed, or
+  /// gone on from, last were before it
+  bool UndoTo(cv::Point origin, cv::Point place);
   /// Goes on from a place of the picture: the next frame is measured against the block with
   /// this top-left corner, in the coordinates of results. False where there is no picture.
   bool ContinueAt(cv::Point place);
@@ -75,6 +77,7 @@ class PushSession {
  private:
   void Stitch(const cv::Mat& image, FrameResult& result);
   void TakeBack(FrameResult& result);
+  void JudgeFrom(cv::Point origin, cv::Point place);
   void CompareWithPicture(const cv::Mat& image, FrameResult& result) const;
   void RecordPlaced(const FrameResult& result);
 

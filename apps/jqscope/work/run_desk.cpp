@@ -116,9 +116,9 @@ void RunDesk::Prepare(jqhost::SourceFrame& frame) {
 void RunDesk::Stitch(jqhost::SourceFrame frame) {
   Prepare(frame);
   if (onStitched) onStitched(frame);
-  std::optional<jqhost::FrameJudge> before;
+  std::optional<cv::Point> before;
   if (m_session->HasStarted()) {
-    before = m_session->Judge();
+    before = m_session->Judge().Origin();
   } else if (!frame.image.empty()) {
     m_session->Stitcher().SetUndoDepth(UndoDepth(frame.image.size()));
   }

@@ -79,7 +79,7 @@ class RunDesk {
   void Locate(const jqhost::FrameResult& result, const cv::Mat& image);
   void Show(const cv::Mat& image);
   bool ContinueAt(cv::Point place);
-  void KeepUndo(const jqhost::FrameJudge& before);
+  void KeepUndo(cv::Point origin);
   void FollowDrift(const cv::Mat& image);
   void LookForLost(const cv::Mat& image);
   std::vector<KnownPlace> NearestPlaces(int from, int count) const;
@@ -101,7 +101,7 @@ class RunDesk {
 
   // What a step back returns to, beside what the stitcher keeps.
   struct UndoStep {
-    jqhost::FrameJudge judge;
+    cv::Point origin;  // the first frame's corner in the mosaic
     cv::Point lastPlaced;
     QVector<QPoint> path;
     bool mosaicShown = false;

@@ -26,14 +26,15 @@ struct DeskWords {
 
 }  // namespace
 
-void RunDesk::KeepUndo(const jqhost::FrameJudge& before) {
-  m_undo.push_back({before, m_lastPlaced, m_report.path, m_mosaicShown});
+void RunDesk::KeepUndo(cv::Point origin) {
+  m_undo.push_back({origin, m_lastPlaced, m_report.path, m_mosaicShown});
   const auto most = static_cast<std::size_t>(m_session->Stitcher().GetUndoCount());
   while (m_undo.size() > most) m_undo.pop_front();
 }
 
 void RunDesk::Undo() {
-  if (!m_session || m_undo.empty() || !m_session->TakeBack(m_undo.back().judge)) {
+  if (!m_session || m_undo.empty() ||
+      !m_session->UndoTo(m_undo.back().origin, m_undo.back().lastPlaced)) {
     return Tell(DeskWords::tr("There is nothing to take back"));
   }
   const UndoStep step = m_undo.back();
@@ -63,9 +64,9 @@ void RunDesk::ContinueAround(cv::Point centre) {
 }
 
 bool RunDesk::ContinueAt(cv::Point place) {
-  const jqhost::FrameJudge before = m_session->Judge();
+  const cv::Point origin = m_session->Judge().Origin();
   if (!m_session->ContinueAt(place)) return false;
-  KeepUndo(before);
+  KeepUndo(origin);
   m_lastPlaced = place;
   m_report.lastPlaced = QRect(QPoint(place.x, place.y), m_report.frameSize);
   m_report.undoSteps =
