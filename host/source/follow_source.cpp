@@ -30,16 +30,25 @@ class FollowSource : public FrameSource {
         m_maxPixels(maxPixels) {}
 
   bool Next(SourceFrame& frame, bool read) override {
-    while (m_ready.empty()) {
-      if (m_stop.Requested() || !Look()) return false;
-      if (m_ready.empty()) m_stop.Sleep(kLookEvery);
+    while (m_pages.empty()) {
+      if (m_stop.Requested() || (m_complete.empty() && !Look())) return false;
+      if (!TakeFile(read)) {
+        m_complete.clear();
+        m_stop.Sleep(kLookEvery);
+      }
     }
-    const PictureId picture = m_ready.front();
-    m_ready.pop_front();
+    const PictureId picture = m_pages.front();
+    m_pages.pop_front();
     frame = SourceFrame();
     frame.name = NameOf(picture);
     frame.number = ++m_number;
-    if (read) frame.image = ReadStored(picture, frame.why, m_maxPixels);
+    if (read && picture.page < 2) {
+      frame.image = m_first;
+      frame.why = m_whyNot;
+    } else if (read) {
+      frame.image = ReadStored(picture, frame.why, m_maxPixels);
+    }
+    m_first.release();
     m_lastNews = Clock::now();
     return true;
   }
@@ -78,19 +87,35 @@ class FollowSource : public FrameSource {
       states[path] = state;
     }
     if (states != m_states) m_lastNews = Clock::now();
-    const bool still =
-        std::chrono::duration<double>(Clock::now() - m_lastNews).count() > m_patience;
     for (const std::string& path : waiting) {
       const auto before = m_states.find(path);
-      const bool stable = before != m_states.end() && before->second == states[path];
-      std::string why;
       // Those after it wait, so that the order is kept.
-      if (!stable || (!still && ReadStored({path, 0}, why, m_maxPixels).empty())) break;
-      m_taken.insert(path);
-      for (const PictureId& page : ExpandPages({path}, m_maxPixels)) m_ready.push_back(page);
+      if (before == m_states.end() || !(before->second == states[path])) break;
+      m_complete.push_back(path);
     }
     m_states = std::move(states);
-    return !still || !m_ready.empty();
+    return !IsStill() || !m_complete.empty();
+  }
+
+  bool IsStill() const {
+    return std::chrono::duration<double>(Clock::now() - m_lastNews).count() > m_patience;
+  }
+
+  // Takes the next file, if its first picture decodes or nothing has happened for long
+  // enough; others may still be in the making, however still they look. The picture is
+  // kept, so that it is decoded once.
+  bool TakeFile(bool read) {
+    if (m_complete.empty()) return false;
+    const std::string path = m_complete.front();
+    const std::vector<PictureId> pages = ExpandPages({path});
+    if (read) {
+      m_first = ReadStored(pages.front(), m_whyNot, m_maxPixels);
+      if (m_first.empty() && !IsStill()) return false;
+    }
+    m_complete.pop_front();
+    m_taken.insert(path);
+    m_pages.assign(pages.begin(), pages.end());
+    return true;
   }
 
   const std::string m_folder;
@@ -100,7 +125,10 @@ class FollowSource : public FrameSource {
   const std::int64_t m_maxPixels;
   std::set<std::string> m_taken;
   std::map<std::string, State> m_states;  // of those not taken, at the last look
-  std::deque<PictureId> m_ready;
+  std::deque<std::string> m_complete;     // not taken, and the same in two looks
+  std::deque<PictureId> m_pages;          // of the file taken last, still to be given
+  cv::Mat m_first;                        // the first of them, or
+  std::string m_whyNot;                   // why it cannot be read
   Clock::time_point m_lastNews = Clock::now();
   int m_number = 0;
 };

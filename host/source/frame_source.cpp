@@ -58,7 +58,7 @@ bool IsUrl(const std::string& text) {
 
 std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& files,
                                             std::int64_t maxPixels) {
-  return std::make_unique<FileSource>(ExpandPages(files, maxPixels), maxPixels);
+  return std::make_unique<FileSource>(ExpandPages(files), maxPixels);
 }
 
 std::unique_ptr<FrameSource> OpenFrameSource(const std::vector<std::string>& source,

@@ -32,6 +32,9 @@ class FrameSource {
   /// Whether the next frame can be long in coming: a camera, a stream, a folder that
   /// grows. What is known is told before such a source is asked.
   virtual bool Waits() const { return false; }
+  /// Bits a sample of a video that is deeper than what the reader gives of it, the 8
+  /// highest: what lies below is lost. 0: nothing is.
+  virtual int DeeperBits() const { return 0; }
 };
 
 /// Opens pictures, folders, one video file, a network stream by its address

@@ -31,17 +31,24 @@ Size Jpeg(HeaderBytes& bytes) {
   return std::nullopt;
 }
 
-// The first directory's entries of tag 256 (width) and 257 (height), of 16, 32 or
-// 64 bits.
-Size Tiff(HeaderBytes& bytes, bool bigFirst) {
+// The entries of tag 256 (width) and 257 (height), of 16, 32 or 64 bits, in the page's
+// directory; each directory ends with the place of the next.
+Size Tiff(HeaderBytes& bytes, bool bigFirst, int page) {
   const auto number = [&](std::uint64_t at, int count) {
     return bigFirst ? bytes.Big(at, count) : bytes.Little(at, count);
   };
   const std::uint64_t version = number(2, 2);
   if (version != 42 && version != 43) return std::nullopt;
   const bool isBig = version == 43;
-  const std::uint64_t directory = isBig ? number(8, 8) : number(4, 4);
-  const std::uint64_t entries = number(directory, isBig ? 8 : 2);
+  const auto entriesOf = [&](std::uint64_t directory) { return number(directory, isBig ? 8 : 2); };
+  std::uint64_t directory = isBig ? number(8, 8) : number(4, 4);
+  for (int i = 1; i < page && directory != 0 && bytes.Good(); ++i) {
+    const std::uint64_t count = entriesOf(directory);
+    directory =
+        isBig ? number(directory + 8 + 20 * count, 8) : number(directory + 2 + 12 * count, 4);
+  }
+  if (directory == 0) return std::nullopt;
+  const std::uint64_t entries = entriesOf(directory);
   constexpr std::uint64_t kMostEntries = 4096;
   HeaderSize size;
   for (std::uint64_t i = 0; i < entries && i < kMostEntries && bytes.Good(); ++i) {
@@ -104,11 +111,11 @@ Size Jpeg2000(HeaderBytes& bytes) {
   return HeaderSize{bytes.Big(header + 20, 4), bytes.Big(header + 16, 4)};
 }
 
-Size Any(HeaderBytes& bytes) {
+Size Any(HeaderBytes& bytes, int page) {
   if (bytes.Is(0, "\x89PNG")) return HeaderSize{bytes.Big(16, 4), bytes.Big(20, 4)};
   if (bytes.Big(0, 2) == 0xffd8) return Jpeg(bytes);
-  if (bytes.Is(0, "II")) return Tiff(bytes, false);
-  if (bytes.Is(0, "MM")) return Tiff(bytes, true);
+  if (bytes.Is(0, "II")) return Tiff(bytes, false, page);
+  if (bytes.Is(0, "MM")) return Tiff(bytes, true, page);
   if (bytes.Is(0, "BM")) return Bmp(bytes);
   if (bytes.Is(0, "RIFF") && bytes.Is(8, "WEBP")) return Webp(bytes);
   if (bytes.Is(4, "jP  ")) return Jpeg2000(bytes);
@@ -122,9 +129,9 @@ Size Any(HeaderBytes& bytes) {
 
 }  // namespace
 
-std::optional<HeaderSize> ReadHeaderSize(std::istream& file) {
+std::optional<HeaderSize> ReadHeaderSize(std::istream& file, int page) {
   HeaderBytes bytes(file);
-  const Size size = Any(bytes);
+  const Size size = Any(bytes, page);
   if (!bytes.Good() || !size || size->width == 0 || size->height == 0) return std::nullopt;
   return size;
 }

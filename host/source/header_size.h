@@ -22,7 +22,8 @@ struct HeaderSize {
 /// or Sun raster picture from its header, so that a picture which would fill the
 /// memory can be refused before it is decoded. Of a TIFF's pages the first is read,
 /// as the decoder does. Nothing where the header does not tell.
-std::optional<HeaderSize> ReadHeaderSize(std::istream& file);
+/// @param page of a TIFF, from 1; other formats have one
+std::optional<HeaderSize> ReadHeaderSize(std::istream& file, int page = 1);
 
 }  // namespace jqhost
 

@@ -20,8 +20,7 @@ std::string NameOf(const PictureId& picture);
 
 /// Every picture of the files, in their order. A file that cannot be read counts
 /// as one picture: reading it tells why.
-std::vector<PictureId> ExpandPages(const std::vector<std::string>& files,
-                                   std::int64_t maxPixels = kMostPixels);
+std::vector<PictureId> ExpandPages(const std::vector<std::string>& files);
 
 /// The picture as stored: 8 or 16 bits, grey or blue-green-red, turned upright as
 /// the camera noted. Empty, with the cause in `why`, when it cannot be read or its

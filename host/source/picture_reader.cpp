@@ -28,9 +28,9 @@ std::string WhyNotPlain(const PinnedFile& file) {
 }
 
 // What the header does not tell is left to the decoder and its own limits.
-std::string WhyTooManyPixels(const std::string& path, std::int64_t maxPixels) {
+std::string WhyTooManyPixels(const std::string& path, std::int64_t maxPixels, int page) {
   std::ifstream stream(path, std::ios::binary);
-  const std::optional<HeaderSize> size = ReadHeaderSize(stream);
+  const std::optional<HeaderSize> size = ReadHeaderSize(stream, page);
   if (!size || size->Pixels() <= static_cast<std::uint64_t>(maxPixels)) return std::string();
   return "its header announces " + std::to_string(size->width) + " x " +
          std::to_string(size->height) + " pixels, more than the " + std::to_string(maxPixels) +
@@ -39,7 +39,7 @@ std::string WhyTooManyPixels(const std::string& path, std::int64_t maxPixels) {
 
 }  // namespace
 
-std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels) {
+std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels, int page) {
   std::string why = WhyNotPlain(file);
   if (!why.empty()) return why;
   std::error_code error;
@@ -49,7 +49,7 @@ std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels) {
   } catch (const cv::Exception& raised) {
     return raised.err;
   }
-  return WhyTooManyPixels(file.Path(), maxPixels);
+  return WhyTooManyPixels(file.Path(), maxPixels, page);
 }
 
 std::string WhyNotPicture(const std::string& path, std::int64_t maxPixels) {

@@ -16,7 +16,9 @@ constexpr std::int64_t kMostPixels = 400000000;
 /// Why a file cannot be a picture, found out without decoding it: it is missing,
 /// a folder, a pipe (which would block), empty, forbidden, of no known format, or
 /// its header announces more than `maxPixels`. Empty when nothing speaks against it.
-std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels = kMostPixels);
+/// @param page of a TIFF, from 1: whose header announces too much
+std::string WhyNotPicture(const PinnedFile& file, std::int64_t maxPixels = kMostPixels,
+                          int page = 1);
 std::string WhyNotPicture(const std::string& path, std::int64_t maxPixels = kMostPixels);
 
 /// Reads a picture; an empty matrix and the cause in `why` when it cannot. Never

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <opencv2/videoio.hpp>
 
 #include "host/input_error.h"
@@ -6,6 +7,16 @@
 
 namespace jqhost {
 namespace {
+
+// From the code of a pixel format. Deep ones end in their bits as a number, which in
+// others is a letter or a digit: ("Y1", 0, 12) is grey of 12 bits, ("Y3", 11, 10) and
+// ("G3", 0, 10) colour of 10 bits a sample, ("RGB", 48) of 48 bits a pixel.
+int SampleBits(int code) {
+  const int first = code & 0xff, last = code >> 24 & 0xff;
+  if (last >= 9 && last <= 16) return last;
+  const bool isPacked = first == 'R' || first == 'B';
+  return isPacked && (last == 48 || last == 64) ? 16 : 8;
+}
 
 class VideoSource : public FrameSource {
  public:
@@ -23,6 +34,8 @@ class VideoSource : public FrameSource {
                                   : "': it is neither a picture nor a video of a "
                                     "known format"));
       }
+      const double format = m_capture.get(cv::CAP_PROP_CODEC_PIXEL_FORMAT);
+      if (format > 0) m_bits = SampleBits(static_cast<int>(static_cast<std::uint32_t>(format)));
       const double count = m_capture.get(cv::CAP_PROP_FRAME_COUNT);
       if (std::isfinite(count) && count > 0 && count < 1e9) m_total = static_cast<int>(count);
     }
@@ -52,6 +65,7 @@ class VideoSource : public FrameSource {
   int Total() const override { return m_total; }
   bool IsFileList() const override { return false; }
   bool Waits() const override { return m_waits; }
+  int DeeperBits() const override { return m_bits > 8 ? m_bits : 0; }
 
  private:
   template <typename OpenIt>
@@ -66,6 +80,7 @@ class VideoSource : public FrameSource {
   cv::VideoCapture m_capture;
   std::string m_name;
   const bool m_waits;
+  int m_bits = 8;  // a sample, in the file
   int m_total = 0;
   int m_number = 0;
 };

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 #include <opencv2/videoio.hpp>
 
 #include "jqstitch/run_program.h"
@@ -293,6 +294,18 @@ TEST_P(Inputs, APictureBombIsRefusedByItsHeader) {
   const Outcome refused = Run({files[0], files[1], "--max-pixels", "76799"});
   EXPECT_EQ(refused.exitCode, 1) << refused.err;
   EXPECT_NE(refused.err.find("--max-pixels"), std::string::npos);
+}
+
+// Each page has a size of its own: here the second is larger than the first.
+TEST_P(Inputs, EveryPageIsHeldAgainstTheLimit) {
+  const cv::Mat small = ReadPictureFile(WriteWalk(m_in.Path(), 1, {64, 0})[0]);
+  cv::Mat large;
+  cv::copyMakeBorder(small, large, 0, 8, 0, 0, cv::BORDER_REPLICATE);
+  ASSERT_TRUE(cv::imwritemulti(m_in / "stack.tif", std::vector<cv::Mat>{small, large, small}));
+  const Outcome outcome = Run({m_in / "stack.tif", "--max-pixels", "76800"});
+  EXPECT_NE(outcome.err.find("its header announces 320 x 248 pixels, more than the 76800"),
+            std::string::npos)
+      << outcome.err;
 }
 
 TEST_P(LiveInputs, WhatIsNeitherPictureNorVideoIsRefused) {

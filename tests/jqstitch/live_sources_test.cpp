@@ -3,12 +3,14 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <opencv2/imgproc.hpp>
 #include <opencv2/videoio.hpp>
 #include <thread>
 
@@ -59,6 +61,69 @@ TEST_F(LiveSources, AListNamesFramesAlsoOnStandardInput) {
   const Outcome missing = RunProgram(Arguments({"--list", m_in / "none.txt"}));
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_NE(missing.err.find("cannot read the list"), std::string::npos) << missing.err;
+}
+
+// A pipe stands for a program that writes names while the run goes on. Each frame is
+// told although the list has not ended.
+TEST_F(LiveSources, AListIsTakenAsItsLinesCome) {
+  const Strings files = WriteWalk(m_in.Path(), 3, {64, 0});
+  const std::string pipe = m_in / "names";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  RunningProgram program(Arguments({"--list", pipe}));
+  std::ofstream names(pipe);
+  names << files[0] << std::endl;
+  ASSERT_TRUE(program.WaitForOutput("\"event\":\"frame\"", 1));
+  names << files[1] << "\n" << (m_in / "none.png") << "\n" << (m_out / "mosaic.png") << std::endl;
+  ASSERT_TRUE(program.WaitForOutput("\"event\":\"frame\"", 3));
+  names << files[2];  // the last line may lack its end
+  names.close();
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(NamesIn(outcome.out),
+            (Strings{"f1.png", "f2.png", "none.png", "mosaic.png", "f3.png"}));
+  const std::vector<json> frames = EventsOf(outcome.out, "frame");
+  ASSERT_EQ(frames.size(), 5u);
+  EXPECT_EQ(frames[2]["verdict"], "unreadable");
+  EXPECT_EQ(frames[3]["verdict"], "unreadable");
+  EXPECT_EQ(frames[4]["placed"], true);
+}
+
+TEST_F(LiveSources, AListThatIsStillSilentCanBeStopped) {
+  const Strings files = WriteWalk(m_in.Path(), 2, {64, 0});
+  const std::string pipe = m_in / "names";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  RunningProgram program(Arguments({"--list", pipe}));
+  std::ofstream names(pipe);
+  names << files[0] << "\n" << files[1] << std::endl;
+  ASSERT_TRUE(program.WaitForOutput("\"event\":\"frame\"", 2));
+  program.Signal(SIGINT);
+  EXPECT_NE(program.Wait().err.find("Stopped by Ctrl-C"), std::string::npos);
+  EXPECT_NEAR(ReadPictureFile(m_out / "mosaic.png").cols, 384, 2);
+}
+
+TEST_F(LiveSources, AnEmptyStreamedListIsRefused) {
+  const Outcome outcome = RunProgram(Arguments({"-"}));
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_NE(outcome.err.find("standard input names no files"), std::string::npos) << outcome.err;
+}
+
+// Grey of 16 bits a sample in the plainest video file there is. Its reader gives 8.
+TEST_F(LiveSources, AVideoThatIsDeeperThanItsReaderIsTold) {
+  const std::string video = m_in / "deep.y4m";
+  std::ofstream stream(video, std::ios::binary);
+  stream << "YUV4MPEG2 W320 H240 F25:1 Ip A1:1 Cmono16\n";
+  for (const std::string& file : WriteWalk(m_in.Path(), 2, {96, 0})) {
+    cv::Mat grey, deep;
+    cv::cvtColor(ReadPictureFile(file), grey, cv::COLOR_BGR2GRAY);
+    grey.convertTo(deep, CV_16U, 256);
+    stream << "FRAME\n";
+    stream.write(deep.ptr<char>(), static_cast<std::streamsize>(2 * deep.total()));
+  }
+  stream.close();
+  const Outcome outcome = RunProgram(Arguments({video}));
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find("The video has 16 bits a sample, of which only the 8 highest"),
+            std::string::npos)
+      << outcome.err;
 }
 
 TEST_F(LiveSources, SomethingMustBeGiven) {

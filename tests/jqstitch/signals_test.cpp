@@ -1,6 +1,7 @@
 // Ctrl-C saves what has been stitched, a second one ends at once, and a killed run
 // leaves no broken file under the output's name.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <csignal>
@@ -76,6 +77,32 @@ TEST_P(Signals, TheSecondEndsAtOnce) {
   program.SignalUntilItEnds(stop.signal);
   EXPECT_EQ(program.Wait().exitCode, 128 + stop.signal);
   EXPECT_TRUE(ListFolder(out.Path()).empty());
+}
+
+// The list comes through a pipe, so that the run is surely still being prepared when the
+// signal comes.
+TEST(JqstitchSignals, BeforeABatchBeginsThereIsNoPicture) {
+  const TemporaryFolder in, out;
+  const Strings files = WriteWalk(in.Path(), 3, {64, 0});
+  const std::string pipe = in / "names";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  RunningProgram program({"batch", "--list", pipe, "-o", out / "mosaic.png", "--report",
+                          out / "report.json", "--json"});
+  // Waits until the program reads; the second stream keeps the pipe from breaking.
+  std::ofstream names(pipe);
+  std::fstream keeper(pipe);
+  program.Signal(SIGINT);
+  for (const std::string& file : files) names << file << std::endl;
+  names.close();
+  keeper.close();
+  const Outcome outcome = program.Wait();
+  EXPECT_NE(outcome.err.find("Stopped by Ctrl-C before anything was stitched"), std::string::npos)
+      << outcome.err;
+  EXPECT_FALSE(fs::exists(out / "mosaic.png"));
+  const json report = ReadJson(out / "report.json");
+  EXPECT_EQ(report["stoppedBy"], "Ctrl-C");
+  ASSERT_EQ(report["list"].size(), 3u);
+  for (const json& frame : report["list"]) EXPECT_EQ(frame["verdict"], "not reached");
 }
 
 TEST(JqstitchSignals, APauseOfTheReplayEndsAtOnce) {

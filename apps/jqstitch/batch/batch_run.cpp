@@ -37,9 +37,8 @@ int BatchRun::Run() {
   const std::vector<std::string> outputs = OutputPaths(m_options.run, std::string());
   const InterruptGuard guard(TemporaryPaths(outputs));
   const std::int64_t maxPixels = m_options.run.maxPixels;
-  const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs), maxPixels),
-                                 m_preparation, maxPixels, guard.Token(),
-                                 WantsThumbnails(m_options.run));
+  const jqhost::BatchFiles files(jqhost::ExpandPages(CollectFiles(outputs)), m_preparation,
+                                 maxPixels, guard.Token(), WantsThumbnails(m_options.run));
   m_recorder.NoteSamples(m_preparation);
   BatchSession session(files.Files(), maxPixels, guard.Token(), m_recorder);
   if (guard.Token().Requested()) return StopBefore(session, guard);

@@ -3,6 +3,7 @@
 #include "exit_codes.h"
 #include "host/input_error.h"
 #include "host/source/follow_source.h"
+#include "host/source/list_source.h"
 #include "host/source/path_list.h"
 #include "run/run_notes.h"
 #include "words/journal_words.h"
@@ -45,6 +46,10 @@ std::unique_ptr<jqhost::FrameSource> LiveRun::OpenFiles(const std::vector<std::s
   if (m_options.follow > 0) {
     return jqhost::FollowFolder(m_options.source.front(), m_options.follow, outputs, stop,
                                 m_options.run.maxPixels);
+  }
+  if (!m_options.list.empty() && jqhost::IsStreamedList(m_options.list)) {
+    return jqhost::OpenListSource(m_options.list, m_options.source, outputs, stop,
+                                  m_options.run.maxPixels);
   }
   std::vector<std::string> paths = m_options.source;
   if (!m_options.list.empty()) {

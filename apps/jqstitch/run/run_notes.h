@@ -30,6 +30,13 @@ inline std::string EarlyEndNote(const jqhost::RunRecord& record) {
          std::to_string(record.announced) + " frames that it announces; is it cut short?";
 }
 
+/// A video of more than 8 bits a sample.
+inline std::string DeepVideoNote(int bits) {
+  return "The video has " + std::to_string(bits) +
+         " bits a sample, of which only the 8 highest can be read: a camera that fills the lower "
+         "ones gives dark pictures; save its frames as 16-bit pictures instead (--depth)";
+}
+
 /// Why the picture was not trimmed by the library; empty when it was.
 inline std::string TrimNote(const jqhost::Picture& picture, bool trim) {
   if (!trim || picture.image.empty() || picture.isFirstFrame ||
