@@ -27,7 +27,7 @@ class PreparedSource : public FrameSource {
   int Total() const override { return m_source->Total(); }
   bool IsFileList() const override { return m_source->IsFileList(); }
   bool Waits() const override { return m_source->Waits(); }
-  int DeeperBits() const override { return m_source->DeeperBits(); }
+  bool GivesHighBytes() const override { return m_source->GivesHighBytes(); }
 
  private:
   std::unique_ptr<FrameSource> m_source;

@@ -32,9 +32,9 @@ class FrameSource {
   /// Whether the next frame can be long in coming: a camera, a stream, a folder that
   /// grows. What is known is told before such a source is asked.
   virtual bool Waits() const { return false; }
-  /// Bits a sample of a video that is deeper than what the reader gives of it, the 8
-  /// highest: what lies below is lost. 0: nothing is.
-  virtual int DeeperBits() const { return 0; }
+  /// Whether it is a video of 16 bits a sample, of which the reader gives the high bytes:
+  /// samples of 12 significant bits turn dark. (It scales formats that know their depth.)
+  virtual bool GivesHighBytes() const { return false; }
 };
 
 /// Opens pictures, folders, one video file, a network stream by its address

@@ -8,14 +8,13 @@
 namespace jqhost {
 namespace {
 
-// From the code of a pixel format. Deep ones end in their bits as a number, which in
-// others is a letter or a digit: ("Y1", 0, 12) is grey of 12 bits, ("Y3", 11, 10) and
-// ("G3", 0, 10) colour of 10 bits a sample, ("RGB", 48) of 48 bits a pixel.
-int SampleBits(int code) {
-  const int first = code & 0xff, last = code >> 24 & 0xff;
-  if (last >= 9 && last <= 16) return last;
+// From the code of a pixel format. Those of 16 bits end in that number ("Y1", 0, 16), or in
+// the bits of a pixel of 3 or 4 samples ("RGB", 48); others in a letter or a digit, which
+// "Y800" has in common with 48.
+bool HasWideSamples(std::uint32_t code) {
+  const std::uint32_t first = code & 0xff, last = code >> 24;
   const bool isPacked = first == 'R' || first == 'B';
-  return isPacked && (last == 48 || last == 64) ? 16 : 8;
+  return last == 16 || (isPacked && (last == 48 || last == 64));
 }
 
 class VideoSource : public FrameSource {
@@ -35,7 +34,7 @@ class VideoSource : public FrameSource {
                                     "known format"));
       }
       const double format = m_capture.get(cv::CAP_PROP_CODEC_PIXEL_FORMAT);
-      if (format > 0) m_bits = SampleBits(static_cast<int>(static_cast<std::uint32_t>(format)));
+      m_wide = format > 0 && HasWideSamples(static_cast<std::uint32_t>(format));
       const double count = m_capture.get(cv::CAP_PROP_FRAME_COUNT);
       if (std::isfinite(count) && count > 0 && count < 1e9) m_total = static_cast<int>(count);
     }
@@ -65,7 +64,7 @@ class VideoSource : public FrameSource {
   int Total() const override { return m_total; }
   bool IsFileList() const override { return false; }
   bool Waits() const override { return m_waits; }
-  int DeeperBits() const override { return m_bits > 8 ? m_bits : 0; }
+  bool GivesHighBytes() const override { return m_wide; }
 
  private:
   template <typename OpenIt>
@@ -80,7 +79,7 @@ class VideoSource : public FrameSource {
   cv::VideoCapture m_capture;
   std::string m_name;
   const bool m_waits;
-  int m_bits = 8;  // a sample, in the file
+  bool m_wide = false;  // 16 bits a sample in the file
   int m_total = 0;
   int m_number = 0;
 };

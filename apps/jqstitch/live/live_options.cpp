@@ -24,7 +24,9 @@ void CheckOutsideJournal(const std::string& path, const std::string& folder) {
 }  // namespace
 
 void AddListOptions(CLI::App& command, LiveOptions& o) {
-  command.add_option("--list", o.list, "file with one path a line; - for standard input, a pipe: taken as lines come")
+  command
+      .add_option("--list", o.list,
+                  "file with one path a line; - for standard input, a pipe: taken as lines come")
       ->type_name("FILE");
   command
       .add_option("--follow", o.follow,

@@ -131,6 +131,7 @@ void LiveRun::StartJournal() {
 void LiveRun::TakeFrames(jqhost::FrameSource& source, const InterruptGuard& guard) {
   jqhost::RunRecord& record = m_recorder.Record();
   record.fromFiles = source.IsFileList();
+  if (source.GivesHighBytes()) m_recorder.Note(HighBytesNote());
   const jqhost::LoopEnd end =
       jqhost::RunFrames(source, m_options.loop, guard.Token(), m_session, *this);
   record.skipped = end.skipped;

@@ -30,11 +30,10 @@ inline std::string EarlyEndNote(const jqhost::RunRecord& record) {
          std::to_string(record.announced) + " frames that it announces; is it cut short?";
 }
 
-/// A video of more than 8 bits a sample.
-inline std::string DeepVideoNote(int bits) {
-  return "The video has " + std::to_string(bits) +
-         " bits a sample, of which only the 8 highest can be read: a camera that fills the lower "
-         "ones gives dark pictures; save its frames as 16-bit pictures instead (--depth)";
+/// A video whose reader gives the high bytes of 16-bit samples.
+inline std::string HighBytesNote() {
+  return "The video has 16 bits a sample, of which only the 8 highest can be read: frames of a "
+         "camera of 10, 12 or 14 bits turn dark; save them as 16-bit pictures instead (--depth)";
 }
 
 /// Why the picture was not trimmed by the library; empty when it was.
