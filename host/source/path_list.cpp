@@ -134,7 +134,8 @@ std::vector<std::string> ReadPathList(const std::string& file) {
     if (fs::is_directory(file, error)) {
       throw InputError("cannot read the list '" + file + "': it is a folder");
     }
-    if (WhyNotPicture(file).empty()) {
+    // A pipe is opened once: its writer would break with the first reader.
+    if (fs::is_regular_file(file, error) && WhyNotPicture(file).empty()) {
       throw InputError("cannot read the list '" + file +
                        "': it is a picture; a list is a text with one path a line (give pictures "
                        "without --list)");
