@@ -120,8 +120,11 @@ void PushSession::GoOn(const ReplayedRun& run, const FrameEntry& last) {
     }
   });
   if (end.raised) throw InputError("the recorded run cannot be gone on from: " + end.what);
-  if (run.continueAt && !m_stitcher.ContinueAt(*run.continueAt)) {
-    throw InputError("the recorded run went on from a place where there is no picture");
+  if (run.continueAt) {
+    if (!m_stitcher.ContinueAt(*run.continueAt)) {
+      throw InputError("the recorded run went on from a place where there is no picture");
+    }
+    JudgeFrom(run.origin, *run.continueAt - run.origin);
   }
   // The state has brought its own.
   LimitMemory(m_mostMemory);

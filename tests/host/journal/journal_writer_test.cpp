@@ -138,6 +138,7 @@ TEST(JournalWriter, UndoAndContinueAreRecorded) {
   };
   const jqstitch_test::TemporaryFolder place;
   cv::Mat live;
+  jqhost::FrameResult last;
   jqhost::PushSession session{jqhost::StitchSettings()};
   JQImageStitching& stitcher = session.Stitcher();
   stitcher.SetUndoDepth(3);
@@ -150,9 +151,12 @@ TEST(JournalWriter, UndoAndContinueAreRecorded) {
     ASSERT_TRUE(stitcher.UndoLastFrame());
     writer.AddUndo(3);
     ASSERT_TRUE(session.Take(cut({70, 60})).Placed());
-    ASSERT_TRUE(stitcher.ContinueAt(session.Judge().Origin()));
+    ASSERT_TRUE(session.ContinueAt({0, 0}));
     EXPECT_EQ(writer.AddContinue({0, 0}), 5);
-    ASSERT_TRUE(session.Take(cut({-35, -20})).Placed());
+    writer.Settle();
+    fs::copy(place / "journal", place / "gone on", fs::copy_options::recursive);
+    last = session.Take(cut({-35, -20}));
+    ASSERT_TRUE(last.Placed());
     live = stitcher.GetMosaic().clone();
   }
   {
@@ -163,6 +167,20 @@ TEST(JournalWriter, UndoAndContinueAreRecorded) {
     ASSERT_EQ(rebuilt.size(), live.size());
     EXPECT_EQ(cv::norm(rebuilt, live, cv::NORM_INF), 0);
     EXPECT_EQ(again.Stitcher().GetCurrentPosition(), stitcher.GetCurrentPosition());
+  }
+  // Taken up right after going on elsewhere, the next frame is judged as it was then: against
+  // the block there, not against the frame placed last.
+  {
+    jqhost::RecordedRun run(place / "gone on", jqhost::RecordedPart());
+    jqhost::PushSession again{jqhost::StitchSettings()};
+    ASSERT_TRUE(run.Rebuild(again, false, jqhost::StopToken(), [](int) {}));
+    const jqhost::FrameResult result = again.Take(cut({-35, -20}));
+    ASSERT_TRUE(result.Placed());
+    EXPECT_EQ(result.position, last.position);
+    ASSERT_TRUE(result.doubt && last.doubt);
+    EXPECT_FALSE(last.doubt->doubtful);
+    EXPECT_EQ(result.doubt->confidence, last.doubt->confidence);
+    EXPECT_EQ(result.doubt->agreement, last.doubt->agreement);
   }
   // Frame 4 can go without 6, which was measured elsewhere; what is left is the run that
   // never saw it. (4 lies at (70, 60) and covers a part of the block at (0, 0).)
