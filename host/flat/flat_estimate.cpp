@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "host/flat/sample_unit.h"
-#include "host/flat/size_text.h"
 #include "host/flat/smooth_surface.h"
+#include "host/size_text.h"
 
 namespace jqhost {
 namespace {

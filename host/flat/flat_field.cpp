@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "host/flat/sample_unit.h"
-#include "host/flat/size_text.h"
 #include "host/input_error.h"
+#include "host/size_text.h"
 #include "host/source/picture_pages.h"
 
 namespace jqhost {

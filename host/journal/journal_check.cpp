@@ -10,15 +10,12 @@
 #include "host/journal/journal_replay.h"
 #include "host/output/pyramid/pyramid.h"
 #include "host/output/save_picture.h"
+#include "host/size_text.h"
 #include "host/source/picture_reader.h"
 #include "host/system/temporary_folder.h"
 
 namespace jqhost {
 namespace {
-
-std::string Text(cv::Size size) {
-  return std::to_string(size.width) + " x " + std::to_string(size.height);
-}
 
 cv::Mat PictureOf(const ReplayedRun& run, bool trim) {
   if (run.state.mosaic.empty()) return run.firstFrame;
@@ -28,7 +25,7 @@ cv::Mat PictureOf(const ReplayedRun& run, bool trim) {
 // Empty where all pixels are the same.
 std::string Difference(const cv::Mat& saved, const cv::Mat& painted) {
   if (saved.size() != painted.size()) {
-    return "it has " + Text(saved.size()) + " pixels instead of " + Text(painted.size());
+    return "it has " + SizeText(saved.size()) + " pixels instead of " + SizeText(painted.size());
   }
   if (saved.type() != painted.type()) return "its pixels are of another kind";
   std::int64_t count = 0;

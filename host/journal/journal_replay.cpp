@@ -2,14 +2,11 @@
 
 #include "host/input_error.h"
 #include "host/journal/journal_reader.h"
+#include "host/size_text.h"
 #include "host/source/image_record.h"
 
 namespace jqhost {
 namespace {
-
-std::string Text(cv::Size size) {
-  return std::to_string(size.width) + " x " + std::to_string(size.height);
-}
 
 class Replay {
  public:
@@ -71,8 +68,8 @@ class Replay {
     const cv::Mat& mosaic = m_run.state.mosaic;
     const cv::Point position(m_run.state.now.record.positionX, m_run.state.now.record.positionY);
     if (mosaic.size() != frame.mosaic) {
-      throw InputError("its field \"mosaic\" says " + Text(frame.mosaic) +
-                       ", but its frames make a mosaic of " + Text(mosaic.size()));
+      throw InputError("its field \"mosaic\" says " + SizeText(frame.mosaic) +
+                       ", but its frames make a mosaic of " + SizeText(mosaic.size()));
     }
     if (position != frame.position) {
       throw InputError("its field \"position\" is not where its frame comes to lie");

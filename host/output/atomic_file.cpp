@@ -12,8 +12,6 @@ namespace fs = std::filesystem;
 namespace jqhost {
 namespace {
 
-constexpr int kMostTemporaries = 1000;
-
 std::string Advice(std::error_code cause) {
   if (cause == std::errc::no_such_file_or_directory) {
     return " (the folder is not there; make it first)";

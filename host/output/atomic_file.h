@@ -50,6 +50,9 @@ void WriteFileAtomically(const std::string& path, const void* bytes, std::size_t
 /// that was killed left them there.
 void RemoveAbandonedTemporaries(const std::string& path);
 
+/// So many temporary names beside one picture are tried.
+constexpr int kMostTemporaries = 1000;
+
 /// The temporary file that this process uses while it writes `path` and nothing
 /// else, so that a program which must end at once knows what to remove. A higher number
 /// where others are in use.

@@ -9,12 +9,6 @@
 namespace fs = std::filesystem;
 
 namespace jqhost {
-namespace {
-
-constexpr int kMostTemporaries = 1000;
-
-}  // namespace
-
 AtomicFolder::AtomicFolder(const std::string& target) {
   std::error_code error;
   for (int number = 1; number <= kMostTemporaries; ++number) {

@@ -1,5 +1,7 @@
 #include "host/output/coverage.h"
 
+#include <utility>
+
 #include "host/record/run_record.h"
 
 namespace jqhost {
@@ -16,8 +18,8 @@ std::vector<cv::Rect> PlacesOf(const RunRecord& record) {
 
 }  // namespace
 
-CoveragePixels::CoveragePixels(cv::Size picture, const std::vector<cv::Rect>& places)
-    : m_size(picture), m_places(places) {}
+CoveragePixels::CoveragePixels(cv::Size picture, std::vector<cv::Rect> places)
+    : m_size(picture), m_places(std::move(places)) {}
 
 CoveragePixels::CoveragePixels(const RunRecord& record)
     : CoveragePixels(record.pictureSize, PlacesOf(record)) {}

@@ -14,7 +14,7 @@ struct RunRecord;
 class CoveragePixels : public PixelSource {
  public:
   /// @param places of the frames in the picture; parts outside it are left away
-  CoveragePixels(cv::Size picture, const std::vector<cv::Rect>& places);
+  CoveragePixels(cv::Size picture, std::vector<cv::Rect> places);
   /// Of the frames that the record says are placed, in its picture.
   explicit CoveragePixels(const RunRecord& record);
 

@@ -3,43 +3,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 
 #include "host/system/append_file.h"
+#include "host/system/descriptor_posix.h"
 
 namespace jqhost {
-namespace {
-
-constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
-
-std::error_code LastError() {
-  return std::error_code(errno, std::generic_category());
-}
-
-std::error_code WriteAll(int file, const void* bytes, std::size_t size) {
-  const char* next = static_cast<const char*>(bytes);
-  while (size > 0) {
-    const ssize_t written = write(file, next, std::min(size, kLargestWrite));
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return LastError();
-    next += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return std::error_code();
-}
-
-std::error_code FlushDescriptor(int file) {
-  // Some file systems have no fsync; that is no reason to give up.
-  while (fsync(file) != 0) {
-    if (errno == EINVAL || errno == ENOTSUP) break;
-    if (errno != EINTR) return LastError();
-  }
-  return std::error_code();
-}
-
-}  // namespace
-
 AppendFile::~AppendFile() {
   if (m_file >= 0) close(m_file);
 }

@@ -2,26 +2,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 
+#include "host/system/descriptor_posix.h"
 #include "host/system/plain_file.h"
 
 namespace jqhost {
-namespace {
-
-constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
-
-std::error_code LastError() {
-  return std::error_code(errno, std::generic_category());
-}
-
-}  // namespace
-
 FileKind KindOfFile(const std::string& path, std::error_code& error) {
   error.clear();
   struct stat status {};
@@ -49,23 +39,11 @@ std::error_code NewFile::Create(const std::string& path) {
 }
 
 std::error_code NewFile::Write(const void* bytes, std::size_t size) {
-  const char* next = static_cast<const char*>(bytes);
-  while (size > 0) {
-    const ssize_t written = write(m_file, next, std::min(size, kLargestWrite));
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return LastError();
-    next += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return std::error_code();
+  return WriteAll(m_file, bytes, size);
 }
 
 std::error_code NewFile::FlushAndClose() {
-  // Some file systems have no fsync; that is no reason to lose the file.
-  while (fsync(m_file) != 0) {
-    if (errno == EINVAL || errno == ENOTSUP) break;
-    if (errno != EINTR) return LastError();
-  }
+  if (const std::error_code error = FlushDescriptor(m_file)) return error;
   const int file = m_file;
   m_file = -1;
   return close(file) != 0 && errno != EINTR ? LastError() : std::error_code();

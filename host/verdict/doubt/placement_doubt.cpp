@@ -29,7 +29,7 @@ double ChanceScale(const ShiftCorrelation& map) {
   std::vector<double> magnitudes;
   // Neighbours say the same; a part of the shifts is plenty.
   const int cells = static_cast<int>(map.values.total());
-  magnitudes.reserve(static_cast<std::size_t>(cells / kStride + 1));
+  magnitudes.reserve(static_cast<std::size_t>(cells) / kStride + 1);
   for (int i = 0; i < cells; i += kStride) {
     const cv::Point shift = cv::Point(i % map.values.cols, i / map.values.cols) - map.centre;
     const float value = map.At(shift);

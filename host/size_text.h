@@ -1,5 +1,5 @@
-#ifndef JQ_HOST_FLAT_SIZE_TEXT_H
-#define JQ_HOST_FLAT_SIZE_TEXT_H
+#ifndef JQ_HOST_SIZE_TEXT_H
+#define JQ_HOST_SIZE_TEXT_H
 
 #include <opencv2/core/types.hpp>
 #include <string>
@@ -13,4 +13,4 @@ inline std::string SizeText(cv::Size size) {
 
 }  // namespace jqhost
 
-#endif  // JQ_HOST_FLAT_SIZE_TEXT_H
+#endif  // JQ_HOST_SIZE_TEXT_H
