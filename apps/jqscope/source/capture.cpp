@@ -1,6 +1,7 @@
 #include "source/capture.h"
 
 #include <exception>
+#include <utility>
 
 namespace jqscope {
 namespace {
@@ -9,8 +10,8 @@ constexpr double kTryAgainAfter = 1.0;  // seconds
 
 }  // namespace
 
-Capture::Capture(const SourceChoice& choice, Inbox& inbox, Stage& stage)
-    : m_choice(choice), m_inbox(inbox), m_stage(stage) {}
+Capture::Capture(SourceChoice choice, Inbox& inbox, Stage& stage)
+    : m_choice(std::move(choice)), m_inbox(inbox), m_stage(stage) {}
 
 void Capture::Start() {
   m_thread = std::thread([this] { Run(); });

@@ -18,7 +18,7 @@ class Capture : public QObject {
 
  public:
   /// @param inbox, stage must outlive the capture
-  Capture(const SourceChoice& choice, Inbox& inbox, Stage& stage);
+  Capture(SourceChoice choice, Inbox& inbox, Stage& stage);
   /// Waits for the frame in hand.
   ~Capture() override;
 

@@ -10,8 +10,8 @@ namespace {
 
 // Twice what a placement needs: wrong places were seen with 11 matches by chance.
 constexpr int kClearlyEnough = 22;
-constexpr double kAlike = 0.6;
-constexpr int kThinnest = 20;
+constexpr double kFoundLikeness = 0.6;
+constexpr int kThinnestFound = 20;
 
 }  // namespace
 
@@ -24,7 +24,7 @@ std::optional<cv::Point> FindPlace(const cv::Mat& frame, const std::vector<Known
     int x = 0, y = 0, matches = 0;
     engine.ImageMosaicFun(known.block.clone(), frame.clone(), x, y, matches);
     const bool clear = matches >= kClearlyEnough;
-    if (clear && Likeness(known.block, frame, cv::Point(x, y), kThinnest) >= kAlike) {
+    if (clear && Likeness(known.block, frame, cv::Point(x, y), kThinnestFound) >= kFoundLikeness) {
       return known.place;
     }
   }

@@ -83,7 +83,7 @@ class RunDesk {
   void FollowDrift(const cv::Mat& image);
   void LookForLost(const cv::Mat& image);
   std::vector<KnownPlace> NearestPlaces(int from, int count) const;
-  void ShowMosaic(const cv::Rect& changed);
+  void ShowMosaic(const cv::Rect& placed);
   void Tell(const QString& notice);
 
   TilePyramid& m_tiles;

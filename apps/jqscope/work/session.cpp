@@ -14,7 +14,7 @@ Session::~Session() {
 }
 
 void Session::SetSource(const SourceChoice& choice) {
-  if (m_capture) m_capture->Retire();
+  if (m_capture != nullptr) m_capture->Retire();
   m_capture = nullptr;
   m_choice = choice;
   const bool live = choice.IsLive();
@@ -34,7 +34,7 @@ void Session::OpenCapture() {
 }
 
 void Session::Start(const RunSettings& settings) {
-  if (!m_choice.IsLive() && m_capture) m_capture->Retire();
+  if (!m_choice.IsLive() && m_capture != nullptr) m_capture->Retire();
   m_thread.Frames().ResetDropped();
   m_thread.Post([settings](RunDesk& desk) { desk.Start(settings); });
   if (!m_choice.IsLive()) OpenCapture();
