@@ -95,7 +95,7 @@ std::string AdviceText(const RunRecord& record, const FrameResult& frame) {
     case Cause::kOverlapTestFailed:
       return OverlapAdvice(record, frame);
     case Cause::kTooFewMatches:
-      return TooFewMatchesAdvice(record);
+      return TooFewMatchesAdvice(record, frame);
     case Cause::kShiftTooSmall:
       return record.live ? std::string() : "leave it out, it shows little that is new";
     case Cause::kShiftTooLarge:

@@ -30,11 +30,18 @@ std::string Change(double ratio) {
   return (ratio >= 1 ? "+" : "") + Fixed(100 * (ratio - 1), 0) + " %";
 }
 
+// Without them a batch run places a frame as little as a live run does.
+bool HasEnoughMatches(const FrameResult& frame) {
+  return frame.measured.registered && frame.measured.matchCount >= JQFrameVerdict::kMatchesNeeded;
+}
+
 // For a live run whose steps are, or may be, too large.
-std::string StepAdvice(const RunRecord& record) {
+std::string StepAdvice(const RunRecord& record, const FrameResult& frame) {
   const std::optional<double> step = MedianStep(record);
   if (step && *step < kLargeStep) return std::string();
-  const std::string remedy = record.fromFiles ? "use jqstitch batch" : "move in steps of 1 to 5 %";
+  const std::string remedy = record.fromFiles && HasEnoughMatches(frame)
+                                 ? "use jqstitch batch"
+                                 : "move in steps of 1 to 5 %";
   return step ? "the steps from frame to frame (median " + Percent(*step) +
                     ") are too large for a live run: " + remedy
               : "if the steps from frame to frame are larger than 5 % of the frame, " + remedy;
@@ -71,7 +78,7 @@ std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
     return "judge the overlap instead of the motion: --overlap-mode 0";
   }
   // A batch run does not judge this, so files need no steadier light or focus.
-  const std::string steady = record.live && record.fromFiles
+  const std::string steady = record.live && record.fromFiles && HasEnoughMatches(frame)
                                  ? ": keep it steady, or use jqstitch batch"
                                  : ": keep it steady";
   if (frame.appearance) {
@@ -86,7 +93,7 @@ std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
     }
   }
   if (!record.live) return std::string();
-  std::string advice = StepAdvice(record);
+  std::string advice = StepAdvice(record, frame);
   if (!advice.empty()) return advice;
   // The steps are small, so the test looked at nearly the same place.
   const JQFrameVerdict& m = frame.measured;
@@ -98,8 +105,8 @@ std::string OverlapAdvice(const RunRecord& record, const FrameResult& frame) {
              : std::string();
 }
 
-std::string TooFewMatchesAdvice(const RunRecord& record) {
-  return record.live ? StepAdvice(record) : "let frames overlap more";
+std::string TooFewMatchesAdvice(const RunRecord& record, const FrameResult& frame) {
+  return record.live ? StepAdvice(record, frame) : "let frames overlap more";
 }
 
 }  // namespace jqstitch

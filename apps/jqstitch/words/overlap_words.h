@@ -12,7 +12,7 @@ std::string OverlapReason(const jqhost::FrameResult& frame);
 
 /// Advice by cause: another exposure, another focus, steps too large for a live run.
 std::string OverlapAdvice(const jqhost::RunRecord& record, const jqhost::FrameResult& frame);
-std::string TooFewMatchesAdvice(const jqhost::RunRecord& record);
+std::string TooFewMatchesAdvice(const jqhost::RunRecord& record, const jqhost::FrameResult& frame);
 
 }  // namespace jqstitch
 
