@@ -57,6 +57,8 @@ class JournalWriter {
   int AddFrame(FrameEntry frame, const cv::Mat& pixels);
   /// @return its number
   int AddContinue(cv::Point place);
+  /// The number given out last, to a frame or a place; 0 before the first.
+  int LastNumber() const { return m_lastNumber; }
   /// What has this number was taken back. Nothing may hang on it any more.
   void AddUndo(int number);
   void AddPicture(const PictureEntry& picture);

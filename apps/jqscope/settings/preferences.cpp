@@ -34,6 +34,7 @@ Preferences Preferences::Load(const QSettings& settings) {
   p.source = settings.value("source").toString();
   p.saveFolder = settings.value("save/folder").toString();
   p.findMe = settings.value("run/findMe", true).toBool();
+  p.journal = static_cast<JournalKeeping>(Number(settings, "run/journal", 1, 0, 2));
   for (const QString& entry : settings.value("objectives").toStringList()) {
     const int cut = entry.lastIndexOf('=');
     if (cut <= 0) continue;
@@ -56,6 +57,7 @@ void Preferences::Save(QSettings& settings) const {
   settings.setValue("source", source);
   settings.setValue("save/folder", saveFolder);
   settings.setValue("run/findMe", findMe);
+  settings.setValue("run/journal", static_cast<int>(journal));
   QStringList entries;
   for (const Objective& o : objectives) entries << o.name + "=" + QString::number(o.micrometres);
   settings.setValue("objectives", entries);

@@ -20,6 +20,13 @@ struct Objective {
 
 enum class Theme { kSystem, kLight, kDark };
 
+/// How long the journal of a run is kept.
+enum class JournalKeeping {
+  kNone,      ///< none is written
+  kUntilEnd,  ///< until the run has ended
+  kAlways,
+};
+
 /// What a person has chosen, kept between starts.
 struct Preferences {
   RunSettings run;
@@ -31,6 +38,7 @@ struct Preferences {
   QVector<Objective> objectives;
   int objective = 0;  ///< the one in use
   bool findMe = true;
+  JournalKeeping journal = JournalKeeping::kUntilEnd;
 
   double PixelSize() const {
     return objective >= 0 && objective < objectives.size() ? objectives[objective].micrometres : 0;

@@ -3,6 +3,8 @@
 #include <exception>
 #include <utility>
 
+#include "host/journal/recorded_run.h"
+
 namespace jqscope {
 namespace {
 
@@ -44,6 +46,7 @@ bool Capture::RunOnce() {
   const bool isCamera = m_choice.kind == SourceKind::kCamera;
   try {
     const auto source = OpenSource(m_choice, m_stage, m_stop);
+    if (m_choice.after) jqhost::PassRecorded(*source, *m_choice.after, 1);
     Q_EMIT opened();
     const auto whenFull = m_choice.IsLive() ? Inbox::WhenFull::kReplace : Inbox::WhenFull::kWait;
     TimedFrame next;

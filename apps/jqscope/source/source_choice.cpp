@@ -4,6 +4,7 @@
 #include <cctype>
 #include <filesystem>
 
+#include "host/journal/journal_header.h"
 #include "host/source/follow_source.h"
 
 namespace jqscope {
@@ -19,15 +20,30 @@ bool IsCameraName(const std::string& text) {
   return isNumber || text.find("://") != std::string::npos;
 }
 
+constexpr char kMicroscopeName[] = "microscope";
+
 }  // namespace
 
 SourceChoice ChooseSource(const std::string& text) {
   SourceChoice choice;
   std::error_code error;
-  if (text.empty() || text == "microscope") return choice;
+  if (text.empty() || text == kMicroscopeName) return choice;
   choice.paths = {text};
   const bool exists = std::filesystem::exists(text, error);
   choice.kind = !exists && IsCameraName(text) ? SourceKind::kCamera : SourceKind::kFiles;
+  return choice;
+}
+
+std::vector<std::string> SourceWords(const SourceChoice& choice) {
+  if (choice.kind == SourceKind::kMicroscope) return {kMicroscopeName};
+  return jqhost::AbsoluteSource(choice.paths);
+}
+
+SourceChoice ChooseSource(const std::vector<std::string>& words) {
+  if (words.size() == 1) return ChooseSource(words.front());
+  SourceChoice choice;
+  choice.kind = SourceKind::kFiles;
+  choice.paths = words;
   return choice;
 }
 

@@ -2,9 +2,11 @@
 #define JQSCOPE_SOURCE_SOURCE_CHOICE_H
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/journal/journal_entries.h"
 #include "source/simulated_microscope.h"
 
 namespace jqscope {
@@ -22,6 +24,8 @@ struct SourceChoice {
   std::vector<std::string> paths;    ///< files, the folder, or the camera's number
   std::vector<std::string> leftOut;  ///< pictures that are no frames: the program writes them
   MicroscopeOptions microscope;
+  /// Of a run that is taken up: frames up to this one are passed over. Not for live ones.
+  std::optional<jqhost::FrameEntry> after;
 
   /// Whether frames come on their own time, so that those not taken are gone.
   bool IsLive() const { return kind == SourceKind::kMicroscope || kind == SourceKind::kCamera; }
@@ -29,6 +33,10 @@ struct SourceChoice {
 
 /// What a path, address or number given by a person stands for.
 SourceChoice ChooseSource(const std::string& text);
+
+/// The words by which a journal names the source, and the choice that they stand for.
+std::vector<std::string> SourceWords(const SourceChoice& choice);
+SourceChoice ChooseSource(const std::vector<std::string>& words);
 
 /// Raises `InputError`. @param stage, stop must outlive the source
 std::unique_ptr<jqhost::FrameSource> OpenSource(const SourceChoice& choice, Stage& stage,

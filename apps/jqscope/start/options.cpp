@@ -37,6 +37,11 @@ constexpr Switch kSwitches[] = {
     {"corner-budget", QT_TRANSLATE_NOOP("Options", "more corners, slower and surer, 0 to 100"),
      "N"},
     {"theme", QT_TRANSLATE_NOOP("Options", "light, dark or system"), "NAME"},
+    {"journal",
+     QT_TRANSLATE_NOOP("Options",
+                       "keeps the journals of runs, by which they are taken up after a crash, "
+                       "there; a script keeps none without this"),
+     "FOLDER"},
     {"fresh", QT_TRANSLATE_NOOP("Options", "neither reads nor keeps settings"), nullptr},
 };
 
@@ -115,6 +120,7 @@ ParsedOptions ParseOptions(const QStringList& arguments) {
   if (o.source.isEmpty() && !words.isEmpty()) o.source = words.first();
   o.run = parser.isSet("run");
   o.save = parser.value("save");
+  o.journal = parser.value("journal");
   o.quit = parser.isSet("quit");
   o.microscope.slide = parser.value("slide").toLocal8Bit().toStdString();
   o.noTrim = parser.isSet("no-trim");

@@ -20,6 +20,7 @@ struct Options {
   std::optional<int> overlapMode, detectLevel, cornerBudget;
   bool noTrim = false;
   MicroscopeOptions microscope;
+  QString journal;     ///< the shelf of the runs' journals; empty: as the settings have it
   bool fresh = false;  ///< reads and writes no settings
 
   /// A script that wants the same from every start, whatever a person has set.

@@ -48,6 +48,7 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   ConnectRunActions();
   ConnectPictureActions();
   ConnectViewActions();
+  ConnectJournal();
   ApplyTheme(m_preferences.theme);
   m_actions.DrawIcons(palette().color(QPalette::ButtonText));
   m_actions["cancel"]->setEnabled(false);
@@ -81,6 +82,8 @@ void MainWindow::BuildPanels() {
   m_view = new MosaicView(m_session.Tiles());
   column->addWidget(m_banner);
   column->addWidget(m_coach);
+  m_journalBar = new JournalBar;
+  column->addWidget(m_journalBar);
   column->addWidget(m_view, 1);
   setCentralWidget(centre);
 
@@ -144,7 +147,15 @@ void MainWindow::ConnectSession() {
 void MainWindow::OnReport() {
   const bool wasOver = m_report.phase == RunPhase::kEnded;
   const int noticeBefore = m_report.noticeNumber;
+  const QString problemBefore = m_report.journalProblem;
   m_report = m_session.Report();
+  // Frames that were taken back are not part of the next picture.
+  m_savedFrames = std::min(m_savedFrames, static_cast<int>(m_report.path.size()));
+  if (m_report.journalProblem != problemBefore && !m_report.journalProblem.isEmpty()) {
+    m_journalBar->Tell(tr("The run goes on, but it is not recorded and could not be taken up "
+                          "after a crash: %1")
+                           .arg(m_report.journalProblem));
+  }
   if (m_report.noticeNumber > noticeBefore) statusBar()->showMessage(m_report.notice, 6000);
   LiveStyle style = StyleOf(m_report.state);
   if (m_report.phase == RunPhase::kPaused) style.word = tr("paused");
@@ -204,6 +215,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (!m_options.quit && WarnOfUnsaved()) return event->ignore();
   if (m_settings != nullptr && !m_options.IsScript()) m_preferences.Save(*m_settings);
+  m_session.Thread().EndWith(EndOfJournal());
   event->accept();
 }
 

@@ -14,6 +14,7 @@
 #include "view/stage_panel.h"
 #include "window/actions.h"
 #include "window/banner.h"
+#include "window/journal_bar.h"
 #include "work/session.h"
 
 class QDockWidget;
@@ -73,6 +74,9 @@ class MainWindow : public QMainWindow {
   void UpdateActions();
   void ShowBackground();
   void SwitchTheme();
+  void ConnectJournal();
+  void TakeUp();
+  JournalEnd EndOfJournal() const;
   bool WarnOfUnsaved();
 
   const Options m_options;
@@ -82,6 +86,8 @@ class MainWindow : public QMainWindow {
   Actions m_actions;
   Banner* m_banner;
   CoachBar* m_coach;
+  JournalBar* m_journalBar = nullptr;
+  QString m_shelf;  // of the runs' journals; empty: there are none
   MosaicView* m_view;
   Minimap* m_map = nullptr;
   Counters* m_counters = nullptr;
@@ -94,6 +100,7 @@ class MainWindow : public QMainWindow {
   int m_savedFrames = 0;  // placed frames in the picture saved last
   double m_latency = 0;
   bool m_scriptDone = false;
+  bool m_anyRun = false;  // since the window opened
 };
 
 }  // namespace jqscope

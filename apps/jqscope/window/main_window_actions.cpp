@@ -151,7 +151,15 @@ void MainWindow::Start() {
   if (WarnOfUnsaved()) return;
   if (m_options.save.isEmpty()) m_savePath.clear();
   m_savedFrames = 0;
-  m_session.Start(m_preferences.run);
+  m_anyRun = true;
+  m_journalBar->hide();
+  RunSettings settings = m_preferences.run;
+  settings.source = SourceWords(m_session.Source());
+  const bool asked = !m_options.journal.isEmpty();
+  if (!m_shelf.isEmpty() && (asked || m_preferences.journal != JournalKeeping::kNone)) {
+    settings.journal = NewJournalFolder(ToPath(m_shelf));
+  }
+  m_session.Start(settings, EndOfJournal());
 }
 
 // True when the person wants to keep what is there.
@@ -208,6 +216,7 @@ void MainWindow::OnSaved(const QString& path, const QString& problem) {
   if (!problem.isEmpty() && m_options.IsScript()) qWarning("jqscope: %s", qPrintable(problem));
   Q_EMIT saved(path, problem);
   if (m_options.quit && m_report.phase == RunPhase::kEnded) {
+    if (problem.isEmpty()) m_session.Thread().EndWith(EndOfJournal());
     QApplication::exit(problem.isEmpty() ? 0 : 1);
   }
 }
@@ -216,6 +225,7 @@ void MainWindow::OnRunOver() {
   if (m_scriptDone) return;
   m_scriptDone = true;
   if (!m_options.save.isEmpty()) return SaveTo(m_options.save);
+  if (m_options.quit) m_session.Thread().EndWith(EndOfJournal());
   if (m_options.quit) QApplication::exit(m_report.path.isEmpty() ? 1 : 0);
 }
 

@@ -18,6 +18,7 @@ SettingsDialog::SettingsDialog(const Preferences& preferences, QWidget* parent)
       m_mode(new QComboBox),
       m_level(new QSpinBox),
       m_budget(new QSpinBox),
+      m_journal(new QComboBox),
       m_objectives(new QTableWidget(0, 2)) {
   setWindowTitle(tr("Settings"));
   auto* column = new QVBoxLayout(this);
@@ -37,6 +38,12 @@ SettingsDialog::SettingsDialog(const Preferences& preferences, QWidget* parent)
   m_budget->setValue(stitch.cornerBudget);
   m_budget->setToolTip(tr("More corners are slower and surer"));
   form->addRow(tr("Effort to find matches (corner budget)"), m_budget);
+  m_journal->addItem(tr("no: a crash loses the run"));
+  m_journal->addItem(tr("until the run has ended, to take it up after a crash"));
+  m_journal->addItem(tr("for good"));
+  m_journal->setCurrentIndex(static_cast<int>(preferences.journal));
+  m_journal->setToolTip(tr("Each placed frame is written to the disk as it comes"));
+  form->addRow(tr("Keep a journal"), m_journal);
   column->addWidget(run);
   column->addWidget(ObjectivePart());
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -85,6 +92,7 @@ Preferences SettingsDialog::Chosen() const {
   chosen.run.stitch.overlapMode = m_mode->currentIndex();
   chosen.run.stitch.detectLevel = m_level->value();
   chosen.run.stitch.cornerBudget = m_budget->value();
+  chosen.journal = static_cast<JournalKeeping>(m_journal->currentIndex());
   chosen.objectives.clear();
   for (int row = 0; row < m_objectives->rowCount(); ++row) {
     const QString number = m_objectives->item(row, 1)->text().replace(',', '.');

@@ -45,21 +45,16 @@ QRect ToRect(const cv::Rect& r) {
   return QRect(r.x, r.y, r.width, r.height);
 }
 
-// Steps that can be taken back, each of which keeps three pictures of a frame's size.
-int UndoDepth(cv::Size frame) {
-  constexpr double kBytes = 300e6;
-  return std::clamp(static_cast<int>(kBytes / (9.0 * std::max(1.0, frame.area() * 1.0))), 3, 20);
-}
-
 }  // namespace
 
 RunDesk::RunDesk(TilePyramid& tiles) : m_tiles(tiles) {}
 
-void RunDesk::Start(const RunSettings& settings) {
-  auto preparation = std::make_unique<jqhost::FramePreparation>(settings.preparation);
+void RunDesk::Begin(const RunSettings& settings,
+                    std::unique_ptr<jqhost::FramePreparation> preparation,
+                    std::unique_ptr<jqhost::PushSession> session, JournalEnd earlier) {
   m_settings = settings;
   m_preparation = std::move(preparation);
-  m_session = std::make_unique<jqhost::PushSession>(settings.stitch);
+  m_session = std::move(session);
   m_undo.clear();
   m_lostFrames = m_searched = 0;
   m_tiles.Clear();
@@ -70,6 +65,7 @@ void RunDesk::Start(const RunSettings& settings) {
   m_report = RunReport();
   m_report.phase = RunPhase::kRunning;
   m_report.detectLevel = settings.stitch.detectLevel;
+  EndJournal(earlier);
 }
 
 void RunDesk::Pause(bool pause) {
@@ -80,6 +76,8 @@ void RunDesk::Pause(bool pause) {
 void RunDesk::Stop() {
   if (m_report.phase == RunPhase::kRunning || m_report.phase == RunPhase::kPaused) {
     m_report.phase = RunPhase::kStopped;
+    if (m_journal) m_journal->Settle();
+    CheckJournal();
   }
 }
 
@@ -87,10 +85,13 @@ void RunDesk::Take(const TimedFrame& timed) {
   if (timed.isEnd) {
     const bool going = m_report.phase == RunPhase::kRunning || m_report.phase == RunPhase::kPaused;
     if (going) m_report.phase = RunPhase::kEnded;
+    if (m_journal) m_journal->Settle();
+    CheckJournal();
     return;
   }
   m_report.hasFrame = true;
   m_report.taken = timed.taken;
+  CheckJournal();
   if (m_report.phase == RunPhase::kRunning) {
     Stitch(timed.frame);
   } else if (!timed.frame.image.empty()) {
@@ -120,7 +121,7 @@ void RunDesk::Stitch(jqhost::SourceFrame frame) {
   if (m_session->HasStarted()) {
     before = m_session->Judge().Origin();
   } else if (!frame.image.empty()) {
-    m_session->Stitcher().SetUndoDepth(UndoDepth(frame.image.size()));
+    LetUndo(frame.image.size());
   }
   const FrameResult result = m_session->Take(frame);
   if (result.Placed() && before) KeepUndo(*before);

@@ -6,8 +6,11 @@
 #include <memory>
 #include <optional>
 
+#include "host/journal/journal_writer.h"
 #include "host/run/push_session.h"
+#include "host/run/stop_token.h"
 #include "host/source/frame_preparation.h"
+#include "journal/journal_shelf.h"
 #include "view/tile_pyramid.h"
 #include "work/finder.h"
 #include "work/rate.h"
@@ -20,6 +23,8 @@ namespace jqscope {
 struct RunSettings {
   jqhost::StitchSettings stitch;
   jqhost::PreparationSettings preparation;
+  std::string journal;              ///< the folder that records the run; empty: none
+  std::vector<std::string> source;  ///< for the journal: where the frames come from
 };
 
 /// The picture as it is at one moment, with pixels of its own.
@@ -36,8 +41,16 @@ class RunDesk {
   explicit RunDesk(TilePyramid& tiles);
 
   /// Begins a run; what an earlier one placed is forgotten. Raises `InputError` when a
-  /// flat field cannot be used.
-  void Start(const RunSettings& settings);
+  /// flat field cannot be used. A journal that cannot be written is told in the report.
+  /// @param earlier what becomes of the earlier run's journal
+  void Start(const RunSettings& settings, JournalEnd earlier);
+  /// Paints a run that a crash has left anew and goes on with it; its journal goes on too.
+  /// Where a stop is asked for, or an error raised, all stays as it was.
+  /// @param onFrame hears how many frames are done
+  void TakeUp(const LeftRun& left, const jqhost::StopToken& stop,
+              const std::function<void(int)>& onFrame);
+  /// Ends the run for good.
+  void End(JournalEnd journal);
   void Pause(bool pause);
   void Stop();
 
@@ -73,12 +86,18 @@ class RunDesk {
   std::function<void(const jqhost::SourceFrame&)> onStitched;
 
  private:
+  void Begin(const RunSettings& settings, std::unique_ptr<jqhost::FramePreparation> preparation,
+             std::unique_ptr<jqhost::PushSession> session, JournalEnd earlier);
+  void Record(std::unique_ptr<jqhost::JournalWriter> journal);
+  void EndJournal(JournalEnd end);
+  void CheckJournal();
   void Stitch(jqhost::SourceFrame frame);
   void Prepare(jqhost::SourceFrame& frame);
   void OnPlaced(const jqhost::FrameResult& result);
   void Locate(const jqhost::FrameResult& result, const cv::Mat& image);
   void Show(const cv::Mat& image);
   bool ContinueAt(cv::Point place);
+  void LetUndo(cv::Size frame);
   void KeepUndo(cv::Point origin);
   void FollowDrift(const cv::Mat& image);
   void LookForLost(const cv::Mat& image);
@@ -89,7 +108,8 @@ class RunDesk {
   TilePyramid& m_tiles;
   RunSettings m_settings;
   std::unique_ptr<jqhost::FramePreparation> m_preparation;
-  std::unique_ptr<jqhost::PushSession> m_session;
+  std::unique_ptr<jqhost::JournalWriter> m_journal;
+  std::unique_ptr<jqhost::PushSession> m_session;  // writes to the journal, so it ends first
   Reckoning m_reckoning;
   Rate m_rate;
   RunReport m_report;
@@ -105,6 +125,7 @@ class RunDesk {
     cv::Point lastPlaced;
     QVector<QPoint> path;
     bool mosaicShown = false;
+    int number = 0;  // in the journal
   };
   std::deque<UndoStep> m_undo;
 };

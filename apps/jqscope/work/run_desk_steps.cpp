@@ -26,8 +26,16 @@ struct DeskWords {
 
 }  // namespace
 
+// Steps that can be taken back each keep three pictures of a frame's size.
+void RunDesk::LetUndo(cv::Size frame) {
+  constexpr double kBytes = 300e6;
+  const double steps = kBytes / (9.0 * std::max(1.0, frame.area() * 1.0));
+  m_session->Stitcher().SetUndoDepth(std::clamp(static_cast<int>(steps), 3, 20));
+}
+
 void RunDesk::KeepUndo(cv::Point origin) {
-  m_undo.push_back({origin, m_lastPlaced, m_report.path, m_mosaicShown});
+  const int number = m_journal ? m_journal->LastNumber() : 0;
+  m_undo.push_back({origin, m_lastPlaced, m_report.path, m_mosaicShown, number});
   const auto most = static_cast<std::size_t>(m_session->Stitcher().GetUndoCount());
   while (m_undo.size() > most) m_undo.pop_front();
 }
@@ -39,6 +47,7 @@ void RunDesk::Undo() {
   }
   const UndoStep step = m_undo.back();
   m_undo.pop_back();
+  if (m_journal) m_journal->AddUndo(step.number);
   const bool wasFrame = m_report.path.size() > step.path.size();
   const cv::Rect changed(m_lastPlaced, m_session->Judge().WorkingSize());
   m_lastPlaced = step.lastPlaced;
@@ -66,6 +75,7 @@ void RunDesk::ContinueAround(cv::Point centre) {
 bool RunDesk::ContinueAt(cv::Point place) {
   const cv::Point origin = m_session->Judge().Origin();
   if (!m_session->ContinueAt(place)) return false;
+  if (m_journal) m_journal->AddContinue(place);
   KeepUndo(origin);
   m_lastPlaced = place;
   m_report.lastPlaced = QRect(QPoint(place.x, place.y), m_report.frameSize);

@@ -60,6 +60,8 @@ struct RunReport {
   double drift = 0.0;           ///< pixels
   QVector<float> driftHistory;  ///< the latest of this run, oldest first
 
+  QString journalProblem;  ///< why the run is not recorded any more; empty: all is well
+
   QString notice;        ///< something to tell once
   int noticeNumber = 0;  ///< one more for each
 

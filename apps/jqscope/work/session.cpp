@@ -1,5 +1,7 @@
 #include "work/session.h"
 
+#include <exception>
+
 namespace jqscope {
 
 Session::Session(QObject* parent) : QObject(parent) {
@@ -9,6 +11,7 @@ Session::Session(QObject* parent) : QObject(parent) {
 }
 
 Session::~Session() {
+  m_stop.Request();
   // Captures put frames into the thread's inbox, so they end before it.
   qDeleteAll(findChildren<Capture*>(QString(), Qt::FindDirectChildrenOnly));
 }
@@ -22,22 +25,54 @@ void Session::SetSource(const SourceChoice& choice) {
     desk.Stop();
     desk.showsLive = live;
   });
-  if (live) OpenCapture();
+  if (live) OpenCapture(choice);
 }
 
-void Session::OpenCapture() {
-  m_capture = new Capture(m_choice, m_thread.Frames(), m_stage);
+void Session::OpenCapture(const SourceChoice& choice) {
+  m_capture = new Capture(choice, m_thread.Frames(), m_stage);
   m_capture->setParent(this);
   connect(m_capture, &Capture::opened, this, &Session::sourceOpened);
   connect(m_capture, &Capture::failed, this, &Session::sourceFailed);
   m_capture->Start();
 }
 
-void Session::Start(const RunSettings& settings) {
+void Session::Start(const RunSettings& settings, JournalEnd earlier) {
   if (!m_choice.IsLive() && m_capture != nullptr) m_capture->Retire();
   m_thread.Frames().ResetDropped();
-  m_thread.Post([settings](RunDesk& desk) { desk.Start(settings); });
-  if (!m_choice.IsLive()) OpenCapture();
+  m_thread.Post([settings, earlier](RunDesk& desk) { desk.Start(settings, earlier); });
+  if (!m_choice.IsLive()) OpenCapture(m_choice);
+}
+
+void Session::LookForLeftRun(const std::string& shelf) {
+  m_thread.Post([this, shelf](RunDesk&) {
+    const std::optional<LeftRun> left = FindLeftRun(shelf);
+    if (!left) return;
+    const auto tell = [this, found = *left] { Q_EMIT leftRunFound(found); };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+  });
+}
+
+void Session::TakeUp(const LeftRun& left) {
+  m_thread.Frames().ResetDropped();
+  m_thread.Post([this, left](RunDesk& desk) {
+    QString problem;
+    try {
+      desk.TakeUp(left, m_stop, [&](int done) { Q_EMIT takingUp(done, left.frames); });
+    } catch (const std::exception& error) {
+      problem = QString::fromLocal8Bit(error.what());
+    }
+    Q_EMIT takenUp(problem);
+  });
+  if (m_choice.IsLive()) return;
+  if (m_capture != nullptr) m_capture->Retire();
+  SourceChoice rest = m_choice;
+  rest.after = left.last;
+  OpenCapture(rest);
+}
+
+void Session::ThrowAway(const LeftRun& left, const std::string& shelf) {
+  m_thread.Post([folder = left.folder](RunDesk&) { PutAway(folder, JournalEnd::kRemove); });
+  LookForLeftRun(shelf);
 }
 
 void Session::Pause(bool pause) {

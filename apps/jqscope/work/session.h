@@ -26,7 +26,14 @@ class Session : public QObject {
   const SourceChoice& Source() const { return m_choice; }
 
   /// Begins a run, from the source's first frame where it has one.
-  void Start(const RunSettings& settings);
+  /// @param earlier what becomes of the earlier run's journal
+  void Start(const RunSettings& settings, JournalEnd earlier);
+  /// Looks for a run that a crash has left; `leftRunFound` comes where there is one.
+  void LookForLeftRun(const std::string& shelf);
+  /// Takes it up again, with the source that was set; `takenUp` tells when that is done.
+  void TakeUp(const LeftRun& left);
+  /// Removes its journal and looks for another one.
+  void ThrowAway(const LeftRun& left, const std::string& shelf);
   void Pause(bool pause);
   void Stop();
   /// Saves what is placed when the frame in hand is done; the run goes on.
@@ -50,16 +57,21 @@ class Session : public QObject {
   /// @param path what was written, empty when nothing was; @param problem what to tell
   void saved(const QString& path, const QString& problem);
   void saveProgressed(int percent);
+  void leftRunFound(const jqscope::LeftRun& left);
+  void takingUp(int done, int of);
+  /// @param problem why the run could not be taken up; empty: it goes on
+  void takenUp(const QString& problem);
   void complained(const QString& what);
 
  private:
-  void OpenCapture();
+  void OpenCapture(const SourceChoice& choice);
 
   TilePyramid m_tiles;
   Stage m_stage;
   SourceChoice m_choice;
   int m_saving = 0;
   QPointer<Capture> m_capture;
+  jqhost::StopToken m_stop;        // of taking a run up
   StitchThread m_thread{m_tiles};  // last: it ends first
 };
 

@@ -21,6 +21,7 @@ StitchThread::StitchThread(TilePyramid& tiles) : m_desk(tiles) {
 StitchThread::~StitchThread() {
   m_inbox.Close();
   m_thread.join();
+  m_desk.End(m_end);
 }
 
 void StitchThread::Post(std::function<void(RunDesk&)> task) {

@@ -24,6 +24,9 @@ class StitchThread : public QObject {
 
   /// Runs on the thread of the stitcher, between two frames.
   void Post(std::function<void(RunDesk&)> task);
+  /// What becomes of the run's journal when the thread ends; it is left where nothing is
+  /// said.
+  void EndWith(JournalEnd journal) { m_end = journal; }
   Inbox& Frames() { return m_inbox; }
 
   /// The newest report. `reported` comes once for all reports since the last call.
@@ -41,6 +44,7 @@ class StitchThread : public QObject {
   void Run();
   void Publish();
 
+  JournalEnd m_end = JournalEnd::kLeave;
   Inbox m_inbox;
   RunDesk m_desk;
   std::mutex m_mutex;
