@@ -75,11 +75,11 @@ class Pass:
     def files(self, step, effects={}, name='faulty'):
         return simulate(self.folder(name), self.source, self.frames, step, effects)
 
-    def stretch(self, step, effects, first=False):
-        """Clean frames, but a third in the middle (or the first frame) has the effects."""
+    def stretch(self, step, effects):
+        """Clean frames, but a third in the middle has the effects."""
         clean = self.files(step, name='clean')
         bad = self.files(step, effects)
-        low, high = (0, 1) if first else (len(clean) // 3, 2 * len(clean) // 3)
+        low, high = len(clean) // 3, 2 * len(clean) // 3
         mixed = self.folder('mixed')
         os.makedirs(mixed, exist_ok=True)
         return [shutil.copy((bad if low <= i < high else clean)[i], mixed)
@@ -144,13 +144,6 @@ for step in (3, 8, 20):
     FAULTS.append((f'live, motion test, steps of {step} %', 'live', ('--overlap-mode', '1'),
                    lambda p, s=step: p.files(s),
                    {'mode 0': ('live', (), same)}))
-for command, step in (('live', 3), ('batch', 15)):
-    FAULTS.append((f'{command}, nothing to see in a third', command, (),
-                   lambda p, s=step: p.stretch(s, {'--blur': 50, '--noise': 0}),
-                   {'in focus': (command, (), faultless(step))}))
-    FAULTS.append((f'{command}, nothing to see in the first', command, (),
-                   lambda p, s=step: p.stretch(s, {'--blur': 50, '--noise': 0}, first=True),
-                   {'begun with the second': (command, (), lambda p, f, l: f[1:])}))
 
 
 def measure(p, command, options, frames, remedies, counts):
