@@ -51,9 +51,9 @@ std::optional<LeftRun> FindLeftRun(const std::string& shelf) {
       folders.push_back(at->path().string());
     }
   }
-  std::sort(folders.begin(), folders.end(), std::greater<std::string>());
+  std::sort(folders.begin(), folders.end(), std::greater<>());
   for (const std::string& folder : folders) {
-    if (const std::optional<LeftRun> left = ReadLeftRun(folder)) return left;
+    if (std::optional<LeftRun> left = ReadLeftRun(folder)) return left;
   }
   return std::nullopt;
 }
