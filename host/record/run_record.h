@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/assemble/assembly.h"
 #include "host/record/truth.h"
 #include "host/run/stitch_settings.h"
 #include "host/source/sample_depth.h"
@@ -41,6 +42,8 @@ struct RunRecord {
   std::optional<cv::Size2d> pixelSize;
   std::optional<std::array<int, 3>> background;  ///< red, green, blue in the saved picture
   std::optional<TruthComparison> truth;
+  /// Of a set of frames in any order; its frames are `frames`, in the same order.
+  std::optional<Assembly> assembly;
 };
 
 int CountPlaced(const RunRecord& record);

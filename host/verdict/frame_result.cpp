@@ -32,6 +32,8 @@ const char* CauseName(Cause cause) {
       return "unreadable";
     case Cause::kTakenBack:
       return "taken back";
+    case Cause::kNotConnected:
+      return "not connected";
     case Cause::kFailed:
       return "failed";
     case Cause::kNotReached:

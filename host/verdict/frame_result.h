@@ -24,9 +24,10 @@ enum class Cause {
   kShiftTooLarge,
   kSizeDiffers,
   kUnreadable,
-  kTakenBack,   ///< placed, and taken out again because its place is doubtful
-  kFailed,      ///< the call that should have stitched it raised
-  kNotReached,  ///< the run ended before it
+  kTakenBack,     ///< placed, and taken out again because its place is doubtful
+  kNotConnected,  ///< of a set in any order: no trusted pair connects it with the picture
+  kFailed,        ///< the call that should have stitched it raised
+  kNotReached,    ///< the run ended before it
 };
 
 /// The cause as reports and events spell it, for example "too few matches".

@@ -14,6 +14,7 @@ Standing StandingOf(const FrameResult& frame) {
     case Cause::kTooFewMatches:
     case Cause::kShiftTooLarge:
     case Cause::kTakenBack:
+    case Cause::kNotConnected:
       return Standing::kLost;
     case Cause::kSizeDiffers:
     case Cause::kUnreadable:

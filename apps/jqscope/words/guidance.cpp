@@ -57,6 +57,7 @@ QString OfFrame(const RunReport& report) {
                                     : GuidanceWords::tr("Lost: move back to the highlighted place");
     case Cause::kTooFewMatches:
     case Cause::kTakenBack:
+    case Cause::kNotConnected:
       return GuidanceWords::tr("Lost: move back to the highlighted place");
     case Cause::kSizeDiffers:
       return GuidanceWords::tr("This frame has another size than the first one and cannot be used");
@@ -120,6 +121,7 @@ QString CauseWord(Cause cause) {
       return GuidanceWords::tr("too little texture");
     case Cause::kOverlapTestFailed:
     case Cause::kTakenBack:
+    case Cause::kNotConnected:
       return GuidanceWords::tr("unlike the picture");
     case Cause::kTooFewMatches:
       return GuidanceWords::tr("too few matches");

@@ -66,6 +66,8 @@ std::string ReasonText(const RunRecord& record, const FrameResult& frame) {
       return "unreadable: " + frame.detail;
     case Cause::kTakenBack:
       return "taken back, doubtful: " + DoubtText(*frame.doubt);
+    case Cause::kNotConnected:
+      return "nothing that can be trusted connects it with the picture";
     case Cause::kFailed:
       return "stitching it failed: " + frame.detail;
     case Cause::kNotReached:
@@ -106,6 +108,8 @@ std::string AdviceText(const RunRecord& record, const FrameResult& frame) {
       return "check the file, or leave it out";
     case Cause::kTakenBack:
       return "go back to where the frame before was placed, or take it with --doubtful keep";
+    case Cause::kNotConnected:
+      return "add a frame that overlaps it and the picture, or leave it out";
     case Cause::kFailed:
       return "leave it out, or report it";
     case Cause::kPlaced:
