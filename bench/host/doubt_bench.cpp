@@ -53,7 +53,8 @@ Row JudgePass(const jqbench::Pass& pass, const std::string& folder, Timing& timi
     // A run keeps the view of the frame before: one view and one judgement a placement.
     const std::clock_t start = std::clock();
     const jqhost::PlacementDoubt doubt =
-        jqhost::JudgePlacement(before, view(placement.frame), placement.shift);
+        jqhost::JudgePlacement(before, view(placement.frame), placement.shift,
+                               static_cast<double>(placement.agreeing) / placement.matched);
     timing.seconds += static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
     ++timing.judged;
     const cv::Point truth =

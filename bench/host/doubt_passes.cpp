@@ -70,8 +70,8 @@ std::vector<Placement> StitchBatch(const std::vector<cv::Mat>& frames, const std
   QObject::connect(&stitcher, &JQImageStitching::sglMultiImageProcessStatus, [&](const QString&) {
     if (frame > 0 && stitcher.IsLastFrameAccepted()) {
       const stitchflags flags = stitcher.GetStitchFlags();
-      placements.push_back(
-          {frame, before, cv::Point(flags.offsetX, flags.offsetY), flags.matchCount});
+      placements.push_back({frame, before, cv::Point(flags.offsetX, flags.offsetY),
+                            flags.matchCount, stitcher.GetLastVerdict().pairCount});
       before = frame;
     }
     ++frame;

@@ -33,6 +33,7 @@ struct Placement {
   int before = 0;   ///< the frame placed before it
   cv::Point shift;  ///< measured
   int agreeing = 0;
+  int matched = 0;  ///< pairs among which `agreeing` agree
 };
 
 /// Stitches the frames with the library's batch run, from files in a folder of its own.

@@ -69,7 +69,7 @@ void FrameJudge::Judge(const JQImageStitching& stitcher, std::function<ReducedFr
   const cv::Point shift = (result.position - m_placedPosition) * m_settings.detectLevel;
   m_positionBefore = m_placedPosition;
   m_placedPosition = result.position;
-  m_doubts.Begin(std::move(reduce), shift);
+  m_doubts.Begin(std::move(reduce), shift, result.AgreeingShare());
 }
 
 void FrameJudge::TakeBack() {

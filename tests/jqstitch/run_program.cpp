@@ -35,6 +35,8 @@ Outcome RunProgram(const std::vector<std::string>& arguments) {
   for (std::string& argument : copies) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
 
+  // What waits to be written would be written by both.
+  std::fflush(nullptr);
   const pid_t child = fork();
   if (child == 0) {
     // Files rather than pipes: no reader has to keep up.

@@ -48,6 +48,8 @@ RunningProgram::RunningProgram(const std::vector<std::string>& arguments,
   std::vector<char*> pointers = {program.data()};
   for (std::string& argument : copies) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
+  // What waits to be written would be written by both.
+  std::fflush(nullptr);
   m_child = fork();
   if (m_child == 0) {
     if (Prepare(options, m_files)) execv(pointers[0], pointers.data());

@@ -6,9 +6,12 @@
 
 namespace jqhost {
 
-void DoubtChain::Begin(std::function<ReducedFrame()> reduce, cv::Point shift) {
+void DoubtChain::Begin(std::function<ReducedFrame()> reduce, cv::Point shift,
+                       double agreeingShare) {
   if (InHand()) Finish();
-  const auto judge = [this, reduce = std::move(reduce), shift] { return Judge(reduce, shift); };
+  const auto judge = [this, reduce = std::move(reduce), shift, agreeingShare] {
+    return Judge(reduce, shift, agreeingShare);
+  };
   try {
     m_answer = std::async(std::launch::async, judge);
   } catch (const std::system_error&) {
@@ -21,12 +24,13 @@ PlacementDoubt DoubtChain::Finish() {
   return m_answer.get();
 }
 
-PlacementDoubt DoubtChain::Judge(const std::function<ReducedFrame()>& reduce, cv::Point shift) {
+PlacementDoubt DoubtChain::Judge(const std::function<ReducedFrame()>& reduce, cv::Point shift,
+                                 double agreeingShare) {
   PlacementView view;
   PlacementDoubt doubt = JudgePlacement(view, view, shift);  // unsupported
   try {
     view = MakePlacementView(reduce());
-    doubt = JudgePlacement(m_placed, view, shift);
+    doubt = JudgePlacement(m_placed, view, shift, agreeingShare);
   } catch (const std::bad_alloc&) {
   } catch (const cv::Exception&) {
   }

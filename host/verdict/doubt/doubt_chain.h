@@ -20,7 +20,8 @@ class DoubtChain {
   /// Begins with a frame that was placed; waits for the one before.
   /// @param reduce gives the frame; called on the other thread
   /// @param shift from the frame placed before, frame pixels
-  void Begin(std::function<ReducedFrame()> reduce, cv::Point shift);
+  /// @param agreeingShare of the matched pairs, those that agree with the shift
+  void Begin(std::function<ReducedFrame()> reduce, cv::Point shift, double agreeingShare = 1.0);
 
   /// Whether one was begun and not yet finished.
   bool InHand() const { return m_answer.valid(); }
@@ -32,7 +33,8 @@ class DoubtChain {
   void TakeBack() { m_placed = m_before; }
 
  private:
-  PlacementDoubt Judge(const std::function<ReducedFrame()>& reduce, cv::Point shift);
+  PlacementDoubt Judge(const std::function<ReducedFrame()>& reduce, cv::Point shift,
+                       double agreeingShare);
 
   PlacementView m_placed;  // of the frame placed last
   PlacementView m_before;  // of the one before

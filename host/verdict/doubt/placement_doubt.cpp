@@ -14,6 +14,7 @@ constexpr int kTolerance = 4;      // frame pixels
 constexpr int kNeighbourhood = 8;  // frame pixels
 constexpr double kSignificant = 5.0;
 constexpr double kTrustedLead = 0.08;
+constexpr double kTrustedShare = 0.1;
 // From here on more of it does not mean more confidence.
 constexpr double kFullLead = 0.4;
 // A period ends at a peak of its own: the way there loses at least this much.
@@ -152,7 +153,7 @@ const char* DoubtReasonName(DoubtReason reason) {
 }
 
 PlacementDoubt JudgePlacement(const PlacementView& before, const PlacementView& current,
-                              cv::Point shift) {
+                              cv::Point shift, double agreeingShare) {
   PlacementDoubt doubt;
   doubt.confidence = 0;
   doubt.doubtful = true;
@@ -184,6 +185,8 @@ PlacementDoubt JudgePlacement(const PlacementView& before, const PlacementView& 
   }
   // Where nothing is significant, not even a low correlation that stands alone counts.
   if (!significant) lead = std::min(lead, doubt.agreement);
+  const bool leads = lead >= kTrustedLead;
+  if (lead > 0) lead *= std::min(1.0, agreeingShare / kTrustedShare);
   doubt.confidence = Grade(lead, kTrustedLead, kFullLead);
   doubt.doubtful = lead < kTrustedLead;
   if (!doubt.doubtful) {
@@ -191,7 +194,7 @@ PlacementDoubt JudgePlacement(const PlacementView& before, const PlacementView& 
   } else if (rival != peaks.end() && lead <= -kTrustedLead &&
              Significance(map, *rival, scale) >= kSignificant) {
     doubt.reason = DoubtReason::kContradicted;
-  } else if (significant) {
+  } else if (significant && !leads) {
     doubt.reason = DoubtReason::kRepeats;
   }
   if (doubt.reason == DoubtReason::kRepeats) doubt.period = Period(map, best, peaks) * factor;

@@ -6,8 +6,8 @@
 namespace jqhost {
 namespace {
 
-constexpr int kLongestSide = 200;
-constexpr int kLeastFactor = 3;
+constexpr int kLongestSide = 192;
+constexpr int kLeastFactor = 4;
 constexpr int kLeastViewSide = 16;
 constexpr int kSurround = 27;
 

@@ -31,8 +31,8 @@ struct PlacementView {
   bool Empty() const { return samples.empty(); }
 };
 
-/// The factor for frames of this size: at least 3, so that noise is averaged and a small
-/// frame costs little, and the longer side becomes at most 200 samples, so that the cost
+/// The factor for frames of this size: at least 4, so that noise is averaged and a small
+/// frame costs little, and the longer side becomes at most 192 samples, so that the cost
 /// does not grow with the frame.
 int ViewFactor(cv::Size frame);
 

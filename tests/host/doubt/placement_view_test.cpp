@@ -7,18 +7,18 @@
 using jqhost::PlacementView;
 
 TEST(PlacementView, FactorBoundsTheLongerSide) {
-  EXPECT_EQ(jqhost::ViewFactor({60, 50}), 3);
-  EXPECT_EQ(jqhost::ViewFactor({600, 450}), 3);
-  EXPECT_EQ(jqhost::ViewFactor({601, 450}), 4);
-  EXPECT_EQ(jqhost::ViewFactor({800, 600}), 4);
-  EXPECT_EQ(jqhost::ViewFactor({801, 600}), 5);
+  EXPECT_EQ(jqhost::ViewFactor({60, 50}), 4);
+  EXPECT_EQ(jqhost::ViewFactor({768, 576}), 4);
+  EXPECT_EQ(jqhost::ViewFactor({769, 576}), 5);
+  EXPECT_EQ(jqhost::ViewFactor({960, 600}), 5);
+  EXPECT_EQ(jqhost::ViewFactor({961, 600}), 6);
   EXPECT_EQ(jqhost::ViewFactor({600, 1201}), 7);
-  EXPECT_EQ(jqhost::ViewFactor({2592, 1944}), 13);
+  EXPECT_EQ(jqhost::ViewFactor({2592, 1944}), 14);
 }
 
 TEST(PlacementView, LeavesOffTheRestOfOddSizes) {
   const PlacementView view = ViewOf(RandomScene({401, 305}, 1));
-  EXPECT_EQ(view.samples.size(), cv::Size(133, 101));
+  EXPECT_EQ(view.samples.size(), cv::Size(100, 76));
 }
 
 TEST(PlacementView, EvenLightLeavesNothing) {
@@ -26,18 +26,18 @@ TEST(PlacementView, EvenLightLeavesNothing) {
   EXPECT_LT(view.energy, 1e-6);
 }
 
-// A block of 27 samples around a lone spot of 3 x 3 pixels holds 1 / 729 of it.
+// A block of 27 samples around a lone spot of 4 x 4 pixels holds 1 / 729 of it.
 TEST(PlacementView, TakesTheSurroundOff) {
   cv::Mat frame(300, 300, CV_8UC1, cv::Scalar(10));
-  frame(cv::Rect(150, 150, 3, 3)).setTo(10 + 145);
+  frame(cv::Rect(152, 152, 4, 4)).setTo(10 + 145);
   const PlacementView view = ViewOf(frame);
   const float share = 145.0f / 729.0f;
-  EXPECT_NEAR(view.samples.at<float>(50, 50), 145.0f - share, 1e-3);
-  EXPECT_NEAR(view.samples.at<float>(50, 63), -share, 1e-3);
-  EXPECT_NEAR(view.samples.at<float>(50, 64), 0.0f, 1e-3);
+  EXPECT_NEAR(view.samples.at<float>(38, 38), 145.0f - share, 1e-3);
+  EXPECT_NEAR(view.samples.at<float>(38, 51), -share, 1e-3);
+  EXPECT_NEAR(view.samples.at<float>(38, 52), 0.0f, 1e-3);
 }
 
 TEST(PlacementView, TooSmallIsEmpty) {
-  EXPECT_TRUE(ViewOf(cv::Mat(47, 400, CV_8UC1, cv::Scalar(1))).Empty());
-  EXPECT_FALSE(ViewOf(cv::Mat(48, 400, CV_8UC1, cv::Scalar(1))).Empty());
+  EXPECT_TRUE(ViewOf(cv::Mat(63, 400, CV_8UC1, cv::Scalar(1))).Empty());
+  EXPECT_FALSE(ViewOf(cv::Mat(64, 400, CV_8UC1, cv::Scalar(1))).Empty());
 }

@@ -34,7 +34,7 @@ int PlainArea(cv::Size view, cv::Point shift) {
 }  // namespace
 
 TEST(ShiftCorrelation, EqualsDirectSums) {
-  for (const cv::Size size : {cv::Size(96, 72), cv::Size(105, 51), cv::Size(62, 135)}) {
+  for (const cv::Size size : {cv::Size(128, 96), cv::Size(140, 68), cv::Size(83, 180)}) {
     for (std::uint64_t seed = 1; seed <= 3; ++seed) {
       SCOPED_TRACE(testing::Message() << size << " seed " << seed);
       const cv::Mat scene = RandomScene(size * 2, seed);
