@@ -4,6 +4,7 @@
 #include <opencv2/imgcodecs.hpp>
 
 #include "host/output/picture.h"
+#include "host/record/assembly_map.h"
 #include "host/record/html_text.h"
 #include "host/record/run_track.h"
 #include "host/record/seams.h"
@@ -13,14 +14,17 @@ namespace {
 
 constexpr int kMapSide = 2000;
 
-std::string Layer(const char* name, const std::string& content) {
-  return std::string("<g id=\"") + name + "\">\n" + content + "</g>\n";
-}
+// What lies over the picture, one upon the other, and the boxes that switch it.
+struct Layers {
+  std::string switches, content;
 
-std::string Switch(const char* name, const char* label, bool on) {
-  return std::string("<label><input type=\"checkbox\" data-layer=\"") + name + "\"" +
-         (on ? " checked" : "") + "> " + label + "</label>\n";
-}
+  void Add(const std::string& name, const std::string& label, bool on, const std::string& shapes,
+           const std::string& attributes = std::string()) {
+    switches += "<label><input type=\"checkbox\" data-layer=\"" + name + "\"" +
+                (on ? " checked" : "") + "> " + label + "</label>\n";
+    content += "<g id=\"" + name + "\"" + attributes + ">\n" + shapes + "</g>\n";
+  }
+};
 
 cv::Point Centre(const cv::Rect& area) {
   return (area.tl() + area.br()) / 2;
@@ -46,6 +50,15 @@ std::string Losses(const RunRecord& record, int radius) {
             std::to_string(record.frames[loss.last].number));
   }
   return marks;
+}
+
+void AddPairs(const RunRecord& record, Layers& layers) {
+  const PairLines lines = DrawPairLines(record);
+  if (!lines.doubted.empty())
+    layers.Add("doubted-pairs", "pairs that do not count", false, lines.doubted);
+  layers.Add("used-pairs", "pairs used", true, lines.used);
+  if (!lines.thrownOut.empty())
+    layers.Add("thrown-pairs", "pairs thrown out", true, lines.thrownOut);
 }
 
 }  // namespace
@@ -75,22 +88,23 @@ std::string HtmlMap(const RunRecord& record, const std::vector<std::string>& nam
   std::vector<unsigned char> bytes;
   cv::imencode(".jpg", Shrink(picture, kMapSide, record.background), bytes,
                {cv::IMWRITE_JPEG_QUALITY, 85});
-  const std::string losses = Losses(record, radius);
-  std::string html = "<p class=\"layers\">" + Switch("frames", "frames", true) +
-                     Switch("numbers", "numbers", true) + Switch("order", "order", true) +
-                     Switch("seams", "seams", false);
-  if (!losses.empty()) html += Switch("losses", "where the track was lost", true);
-  html += "<span class=\"hint\">wheel zooms, drag moves, double click shows all</span></p>\n";
-  html +=
-      "<svg id=\"map\" viewBox=\"0 0 " + width + " " + height +
-      "\" role=\"img\" aria-label=\"the picture and the path of the frames\">\n<image width=\"" +
-      width + "\" height=\"" + height + "\" preserveAspectRatio=\"none\" href=\"" +
-      JpegSource(bytes) + "\"/>\n";
-  html += Layer("seams", "<path d=\"" + SeamPath(record) + "\"/>\n") + Layer("frames", rectangles) +
-          Layer("order", "<polyline points=\"" + path + "\"/>\n" + dots) +
-          "<g id=\"numbers\" font-size=\"" + std::to_string(letters) + "\">\n" + numbers +
-          "</g>\n" + Layer("losses", losses) + "</svg>\n";
-  return html;
+  Layers layers;
+  layers.Add("frames", "frames", true, rectangles);
+  if (record.assembly) {
+    AddPairs(record, layers);
+  } else {
+    layers.Add("seams", "seams", false, "<path d=\"" + SeamPath(record) + "\"/>\n");
+    layers.Add("order", "order", true, "<polyline points=\"" + path + "\"/>\n" + dots);
+    const std::string losses = Losses(record, radius);
+    if (!losses.empty()) layers.Add("losses", "where the track was lost", true, losses);
+  }
+  layers.Add("numbers", "numbers", true, numbers, " font-size=\"" + std::to_string(letters) + "\"");
+  return "<p class=\"layers\">" + layers.switches +
+         "<span class=\"hint\">wheel zooms, drag moves, double click shows all</span></p>\n" +
+         "<svg id=\"map\" viewBox=\"0 0 " + width + " " + height +
+         "\" role=\"img\" aria-label=\"the picture and where its frames lie\">\n<image width=\"" +
+         width + "\" height=\"" + height + "\" preserveAspectRatio=\"none\" href=\"" +
+         JpegSource(bytes) + "\"/>\n" + layers.content + "</svg>\n";
 }
 
 }  // namespace jqhost

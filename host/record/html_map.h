@@ -9,8 +9,8 @@
 namespace jqhost {
 
 /// The picture, small, with layers over it that can be switched: frames with their
-/// numbers, their order, seams, and the places where the track was lost. The page's
-/// script zooms and pans it.
+/// numbers, their order, seams, and the places where the track was lost; of an assembly the
+/// pairs in place of order and seams. The page's script zooms and pans it.
 /// @param names one per frame
 std::string HtmlMap(const RunRecord& record, const std::vector<std::string>& names,
                     const cv::Mat& picture);

@@ -16,6 +16,9 @@ svg { width: 100%; height: 75vh; background: #222; cursor: grab; touch-action: n
 #numbers text { fill: #fff; stroke: #000; stroke-width: .15em; paint-order: stroke;
                 text-anchor: middle; dominant-baseline: central; pointer-events: none; }
 #seams path { fill: none; stroke: #f0f; stroke-width: 1.5; vector-effect: non-scaling-stroke; }
+#used-pairs line { stroke: #0c4; stroke-width: 2; vector-effect: non-scaling-stroke; }
+#thrown-pairs line { stroke: #f33; stroke-width: 2; stroke-dasharray: 8 5; vector-effect: non-scaling-stroke; }
+#doubted-pairs line { stroke: #fd0; stroke-width: 1; stroke-dasharray: 2 4; vector-effect: non-scaling-stroke; }
 #losses circle { fill: #e003; stroke: #e00; stroke-width: 4; vector-effect: non-scaling-stroke; }
 table { border-collapse: collapse; width: 100%; } th, td { text-align: left; padding: .25rem .6rem;
         border-bottom: 1px solid #ddd; vertical-align: top; }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/output/scale_bar.h"
+#include "host/record/assembly_tables.h"
 #include "host/record/html_map.h"
 #include "host/record/html_page.h"
 #include "host/record/html_table.h"
@@ -32,6 +33,14 @@ std::string Scale(const RunRecord& record) {
          LengthText(pixel.height * record.pictureSize.height) + ".</p>\n";
 }
 
+std::string Legend(const RunRecord& record) {
+  return record.assembly
+             ? "<p>Frames in blue; pairs that hold them together in green, thrown out because they "
+               "break loops in red and dashed, other pairs that do not count dotted.</p>\n"
+             : "<p>Frames in blue, their order in orange, the first one green, seams in magenta, "
+               "where the track was lost in red.</p>\n";
+}
+
 }  // namespace
 
 std::string HtmlReport(const RunRecord& record, const cv::Mat& picture, const Words& words) {
@@ -44,14 +53,15 @@ std::string HtmlReport(const RunRecord& record, const cv::Mat& picture, const Wo
           ", detect level " + std::to_string(record.settings.detectLevel) + ".</p>\n";
   for (const std::string& note : record.notes) page += "<p>" + Escape(note) + "</p>\n";
   if (record.truth && !record.truth->errors.empty()) page += Errors(*record.truth);
+  if (record.assembly) page += HtmlAssemblyOutcome(record);
   if (!picture.empty()) {
     page += "<h2>" + Escape(std::filesystem::path(record.picture).filename().string()) + ", " +
             Pixels(record.pictureSize) + "</h2>\n" + Scale(record) +
-            HtmlMap(record, names, picture) +
-            "<p>Frames in blue, their order in orange, the first one green, seams in magenta, " +
-            "where the track was lost in red.</p>\n";
+            HtmlMap(record, names, picture) + Legend(record);
   }
-  page += "<h2>Frames</h2>\n" + HtmlTable(record, names, words);
+  page += record.assembly ? "<h2>Frames</h2>\n" + HtmlAssembledFrames(record, names, words) +
+                                "<h2>Pairs</h2>\n" + HtmlPairs(record)
+                          : "<h2>Frames</h2>\n" + HtmlTable(record, names, words);
   return page + "<script>" + kHtmlScript + "</script>\n</body></html>\n";
 }
 

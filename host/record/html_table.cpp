@@ -1,21 +1,10 @@
 #include "host/record/html_table.h"
 
+#include "host/record/html_cells.h"
 #include "host/record/html_text.h"
 
 namespace jqhost {
 namespace {
-
-std::string Cell(const std::string& content) {
-  return "<td>" + content + "</td>";
-}
-
-std::string NumberCell(const std::string& content) {
-  return "<td class=\"n\">" + content + "</td>";
-}
-
-std::string NumberHead(const char* text) {
-  return std::string("<th class=\"n\">") + text + "</th>";
-}
 
 std::string Verdict(const RunRecord& record, const FrameResult& frame, const Words& words) {
   if (frame.Placed()) {
@@ -45,23 +34,21 @@ std::string Row(const RunRecord& record, const FrameResult& frame, const std::st
                 const PositionError* error, const Words& words) {
   const bool placed = frame.Placed();
   const cv::Point corner = placed ? CornerInPicture(record, frame) : cv::Point();
-  std::string row =
-      std::string("<tr") + RowClass(record, frame) + ">" + NumberCell(std::to_string(frame.number));
-  row += Cell(frame.thumbnail.empty()
-                  ? ""
-                  : "<img loading=\"lazy\" alt=\"\" src=\"" + JpegSource(frame.thumbnail) + "\">");
-  row += Cell(Escape(name)) + Cell(Verdict(record, frame, words));
-  row += NumberCell(placed ? std::to_string(corner.x) : "") +
-         NumberCell(placed ? std::to_string(corner.y) : "");
+  std::string row = std::string("<tr") + RowClass(record, frame) + ">" +
+                    HtmlNumberCell(std::to_string(frame.number));
+  row += HtmlThumbnailCell(frame.thumbnail);
+  row += HtmlCell(Escape(name)) + HtmlCell(Verdict(record, frame, words));
+  row += HtmlNumberCell(placed ? std::to_string(corner.x) : "") +
+         HtmlNumberCell(placed ? std::to_string(corner.y) : "");
   const bool measured = frame.measured.registered;
-  row += NumberCell(measured ? HtmlNumber(100 * frame.shiftShare, 1) : "") +
-         NumberCell(measured ? std::to_string(frame.measured.matchCount) : "") +
-         NumberCell(measured ? HtmlNumber(100 * frame.AgreeingShare(), 0) : "") +
-         NumberCell(frame.doubt ? HtmlNumber(frame.doubt->confidence, 2) : "");
+  row += HtmlNumberCell(measured ? HtmlNumber(100 * frame.shiftShare, 1) : "") +
+         HtmlNumberCell(measured ? std::to_string(frame.measured.matchCount) : "") +
+         HtmlNumberCell(measured ? HtmlNumber(100 * frame.AgreeingShare(), 0) : "") +
+         HtmlNumberCell(frame.doubt ? HtmlNumber(frame.doubt->confidence, 2) : "");
   if (record.truth) {
     const bool hasNeighbour = error != nullptr && error->neighbour >= 0;
-    row += NumberCell(hasNeighbour ? HtmlNumber(error->neighbour, 2) : "") +
-           NumberCell(error != nullptr ? HtmlNumber(error->absolute, 2) : "");
+    row += HtmlNumberCell(hasNeighbour ? HtmlNumber(error->neighbour, 2) : "") +
+           HtmlNumberCell(error != nullptr ? HtmlNumber(error->absolute, 2) : "");
   }
   return row + "</tr>\n";
 }
@@ -70,11 +57,12 @@ std::string Row(const RunRecord& record, const FrameResult& frame, const std::st
 
 std::string HtmlTable(const RunRecord& record, const std::vector<std::string>& names,
                       const Words& words) {
-  std::string table = "<table><thead><tr>" + NumberHead("No.") +
-                      "<th></th><th>Frame</th><th>What became of it</th>" + NumberHead("x") +
-                      NumberHead("y") + NumberHead("Shift %") + NumberHead("Matches") +
-                      NumberHead("Agreeing %") + NumberHead("Confidence");
-  if (record.truth) table += NumberHead("Error to neighbour") + NumberHead("Error to first");
+  std::string table = "<table><thead><tr>" + HtmlNumberHead("No.") +
+                      "<th></th><th>Frame</th><th>What became of it</th>" + HtmlNumberHead("x") +
+                      HtmlNumberHead("y") + HtmlNumberHead("Shift %") + HtmlNumberHead("Matches") +
+                      HtmlNumberHead("Agreeing %") + HtmlNumberHead("Confidence");
+  if (record.truth)
+    table += HtmlNumberHead("Error to neighbour") + HtmlNumberHead("Error to first");
   table += "</tr></thead><tbody>\n";
   std::vector<const PositionError*> errors(names.size(), nullptr);
   if (record.truth) {
