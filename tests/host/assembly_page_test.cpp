@@ -17,7 +17,7 @@ using jqhost::RunRecord;
 class PlainWords : public jqhost::Words {
  public:
   std::string Outcome(const RunRecord&) const override { return "the outcome"; }
-  std::string Reason(const RunRecord&, const FrameResult&) const override { return "the reason"; }
+  std::string Reason(const RunRecord&, const FrameResult&) const override { return "the <reason>"; }
   std::string Advice(const RunRecord&, const FrameResult&) const override { return "the <advice>"; }
   std::string Note(const FrameResult&) const override { return ""; }
 };
@@ -141,7 +141,7 @@ TEST_F(AssemblyPage, ARowPerFrame) {
   ExpectPart("<tr>" + n + "2</td><td></td><td>f2.png</td><td>placed</td>" + n + "80</td>" + n +
              "22</td>" + n + "1</td>" + n + "3</td>" + n + "0.62</td>" + n + "0.88</td></tr>\n");
   ExpectPart("<tr class=\"out\">" + n +
-             "6</td><td></td><td>f6.png</td><td>left out: the reason<br>"
+             "6</td><td></td><td>f6.png</td><td>left out: the &lt;reason&gt;<br>"
              "<span class=\"advice\">the &lt;advice&gt;</span></td>" +
              n + "</td>" + n + "</td>" + n + "2</td>");
   ExpectPart("<br><span class=\"advice\">best pair: with 3, too few matches, 7 matches</span><br>");
