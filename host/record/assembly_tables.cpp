@@ -38,24 +38,12 @@ std::string IslandText(const RunRecord& record, std::size_t index) {
          std::to_string(island.bounds.height) + " pixels.";
 }
 
-// The pair that came nearest to holding a frame.
-std::string BestPairText(const RunRecord& record, std::size_t frame) {
-  const std::optional<std::size_t>& best = record.assembly->frames[frame].bestPair;
-  if (!best) return std::string();
-  const FramePair& pair = record.assembly->pairs[*best];
-  return "best pair: with " + NumberOf(record, pair.first == frame ? pair.second : pair.first) +
-         ", " + PairStateName(pair.state) + ", " + std::to_string(pair.matches) + " matches";
-}
-
 std::string WhatBecameOf(const RunRecord& record, std::size_t index, const Words& words) {
   const FrameResult& frame = record.frames[index];
   if (frame.Placed()) return "placed";
   std::string text = "left out: " + Escape(words.Reason(record, frame));
-  const std::string best = BestPairText(record, index);
   const std::string advice = words.Advice(record, frame);
-  for (const std::string& line : {best, advice}) {
-    if (!line.empty()) text += "<br><span class=\"advice\">" + Escape(line) + "</span>";
-  }
+  if (!advice.empty()) text += "<br><span class=\"advice\">" + Escape(advice) + "</span>";
   return text;
 }
 
@@ -89,27 +77,28 @@ std::string PairRow(const RunRecord& record, const FramePair& pair) {
          HtmlNumberCell(pair.residual ? HtmlNumber(*pair.residual, 2) : "") + "</tr>\n";
 }
 
-}  // namespace
-
-std::string HtmlAssemblyOutcome(const RunRecord& record) {
-  const Assembly& assembly = *record.assembly;
+std::string PairsText(const Assembly& assembly) {
   std::string text = Counted(assembly.pairs.size(), "pair") + " compared, " +
                      std::to_string(CountPairs(assembly, PairState::kUsed)) + " used, " +
                      std::to_string(CountPairs(assembly, PairState::kThrownOut)) +
                      " thrown out because they break loops. ";
+  if (assembly.stopped) text += "Stopped before all pairs were compared. ";
   if (assembly.loops.loops == 0) {
-    text += "No loop of three or four pairs confirms the positions.";
-  } else {
-    text += Counted(assembly.loops.loops, "loop") + " of three and four pairs: open by " +
-            HtmlNumber(assembly.loops.median, 1) + " pixels in the median, by " +
-            HtmlNumber(assembly.loops.largest, 1) + " at most.";
+    return text + "No loop of three or four pairs confirms the positions.";
   }
-  std::string outcome = Paragraph(text);
-  if (assembly.stopped) outcome += Paragraph("Stopped before all pairs were compared.");
-  for (std::size_t i = 1; i < assembly.islands.size(); ++i) {
-    outcome += Paragraph(IslandText(record, i));
+  return text + Counted(assembly.loops.loops, "loop") + " of three and four pairs: open by " +
+         HtmlNumber(assembly.loops.median, 1) + " pixels in the median, by " +
+         HtmlNumber(assembly.loops.largest, 1) + " at most.";
+}
+
+}  // namespace
+
+std::string HtmlIslands(const RunRecord& record) {
+  std::string islands;
+  for (std::size_t i = 1; i < record.assembly->islands.size(); ++i) {
+    islands += Paragraph(IslandText(record, i));
   }
-  return outcome;
+  return islands;
 }
 
 std::string HtmlAssembledFrames(const RunRecord& record, const std::vector<std::string>& names,
@@ -132,11 +121,11 @@ std::string HtmlAssembledFrames(const RunRecord& record, const std::vector<std::
 
 std::string HtmlPairs(const RunRecord& record) {
   const Assembly& assembly = *record.assembly;
-  std::string table = "<table><thead><tr>" + HtmlNumberHead("First") + HtmlNumberHead("Second") +
-                      "<th>What became of it</th>" + HtmlNumberHead("Shift") +
-                      HtmlNumberHead("Matches") + HtmlNumberHead("Matched") +
-                      HtmlNumberHead("Confidence") + HtmlNumberHead("Residual") +
-                      "</tr></thead><tbody>\n";
+  std::string table =
+      Paragraph(PairsText(assembly)) + "<table><thead><tr>" + HtmlNumberHead("First") +
+      HtmlNumberHead("Second") + "<th>What became of it</th>" + HtmlNumberHead("Shift") +
+      HtmlNumberHead("Matches") + HtmlNumberHead("Matched") + HtmlNumberHead("Confidence") +
+      HtmlNumberHead("Residual") + "</tr></thead><tbody>\n";
   for (const FramePair& pair : assembly.pairs) {
     if (pair.state != PairState::kTooFewMatches) table += PairRow(record, pair);
   }

@@ -53,7 +53,7 @@ std::string HtmlReport(const RunRecord& record, const cv::Mat& picture, const Wo
           ", detect level " + std::to_string(record.settings.detectLevel) + ".</p>\n";
   for (const std::string& note : record.notes) page += "<p>" + Escape(note) + "</p>\n";
   if (record.truth && !record.truth->errors.empty()) page += Errors(*record.truth);
-  if (record.assembly) page += HtmlAssemblyOutcome(record);
+  if (record.assembly) page += HtmlIslands(record);
   if (!picture.empty()) {
     page += "<h2>" + Escape(std::filesystem::path(record.picture).filename().string()) + ", " +
             Pixels(record.pictureSize) + "</h2>\n" + Scale(record) +
