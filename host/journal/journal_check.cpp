@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <opencv2/imgcodecs.hpp>
 #include <set>
 
 #include "host/input_error.h"
 #include "host/journal/journal_reader.h"
 #include "host/journal/journal_replay.h"
+#include "host/journal/picture_difference.h"
 #include "host/output/pyramid/pyramid.h"
 #include "host/output/save_picture.h"
-#include "host/size_text.h"
 #include "host/source/picture_reader.h"
 #include "host/system/temporary_folder.h"
 
@@ -22,51 +21,20 @@ cv::Mat PictureOf(const ReplayedRun& run, bool trim) {
   return trim ? run.state.mosaic(run.state.now.placedBounds) : run.state.mosaic;
 }
 
-// Empty where all pixels are the same.
-std::string Difference(const cv::Mat& saved, const cv::Mat& painted) {
-  if (saved.size() != painted.size()) {
-    return "it has " + SizeText(saved.size()) + " pixels instead of " + SizeText(painted.size());
-  }
-  if (saved.type() != painted.type()) return "its pixels are of another kind";
-  std::int64_t count = 0;
-  cv::Rect where;
-  const std::size_t pixel = saved.elemSize();
-  for (int r = 0; r < saved.rows; ++r) {
-    const unsigned char *a = saved.ptr(r), *b = painted.ptr(r);
-    if (std::equal(a, a + pixel * static_cast<std::size_t>(saved.cols), b)) continue;
-    for (int c = 0; c < saved.cols; ++c, a += pixel, b += pixel) {
-      if (std::equal(a, a + pixel, b)) continue;
-      ++count;
-      where |= cv::Rect(c, r, 1, 1);
-    }
-  }
-  if (count == 0) return std::string();
-  return std::to_string(count) + (count == 1 ? " pixel differs" : " pixels differ") +
-         ", within columns " + std::to_string(where.x) + " to " + std::to_string(where.br().x - 1) +
-         " and rows " + std::to_string(where.y) + " to " + std::to_string(where.br().y - 1);
-}
-
-cv::Mat ReadAny(const std::string& path, std::int64_t maxPixels) {
-  std::string why;
-  cv::Mat picture = ReadPicture(path, cv::IMREAD_UNCHANGED, why, maxPixels);
-  if (picture.empty()) throw InputError("cannot read '" + path + "': " + why);
-  return picture;
-}
-
 // Saved the same way, so that what is drawn into a picture, and what its format loses, is
 // in both.
 std::optional<std::string> Compare(const std::string& path, SaveOptions options,
                                    const cv::Mat& painted, const StopToken& stop) {
   const std::int64_t maxPixels = std::max(kMostPixels, static_cast<std::int64_t>(painted.total()));
-  if (PyramidKindOf(path) == PyramidKind::kDeepZoom) {
-    throw InputError("cannot compare '" + path + "': it is a folder of tiles");
-  }
-  const cv::Mat saved = ReadAny(path, maxPixels);
+  const bool tiles = PyramidKindOf(path) == PyramidKind::kDeepZoom;
+  // What cannot be read is told before the picture is saved again.
+  const cv::Mat saved = tiles ? cv::Mat() : ReadWhole(path, maxPixels);
   const TemporaryFolder folder;
   // The whole name counts: ".ome.tif" is another format than ".tif".
   options.path = folder.Path() + "/" + std::filesystem::path(path).filename().string();
   if (!SavePicture(painted, options, SaveProgress(), stop)) return std::nullopt;
-  return Difference(saved, ReadAny(options.path, maxPixels));
+  if (tiles) return TileDifference(path, options.path);
+  return PixelDifference(saved, ReadWhole(options.path, maxPixels));
 }
 
 // The frames that the picture does not show are looked at all the same.

@@ -5,7 +5,7 @@
 namespace jqhost {
 namespace {
 
-constexpr int kRowsAtOnce = 256;
+constexpr int kRowsPerPass = 256;
 constexpr double kMostKept = 150e6;  // bytes of the largest level; the others add a third
 
 // One row of the result from two rows above it.
@@ -26,8 +26,8 @@ class KeptPixels : public PixelSource {
  public:
   KeptPixels(const PixelSource& from, const StopToken& stop)
       : m_pixels(from.Size(), CV_8UC(from.Channels())) {
-    for (int y = 0; y < m_pixels.rows && !stop.Requested(); y += kRowsAtOnce) {
-      const cv::Rect area(0, y, m_pixels.cols, std::min(kRowsAtOnce, m_pixels.rows - y));
+    for (int y = 0; y < m_pixels.rows && !stop.Requested(); y += kRowsPerPass) {
+      const cv::Rect area(0, y, m_pixels.cols, std::min(kRowsPerPass, m_pixels.rows - y));
       cv::Mat rows = m_pixels(area);
       from.Read(area, rows);
     }

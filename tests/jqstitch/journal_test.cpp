@@ -99,6 +99,32 @@ TEST_F(Journal, VerifyComparesWithThePictureSavedLast) {
   EXPECT_EQ(Verify().exitCode, 1);
 }
 
+#ifdef JQ_HAS_LIBVIPS
+TEST_F(Journal, VerifyComparesEveryTile) {
+  const std::string picture = m_out / "b.dzi";
+  const Outcome saved = RunProgram({"resume", m_journal, "-o", picture});
+  ASSERT_EQ(saved.exitCode, 0) << saved.err;
+  EXPECT_EQ(Verify().exitCode, 0);
+  // The level of 1 x 1 pixel, and the last one, whose corner is at (0, 0).
+  const std::string smallest = m_out / "b_files/0/0_0.png";
+  const cv::Mat whole = ReadPictureFile(smallest);
+  ASSERT_EQ(whole.size(), cv::Size(1, 1));
+  cv::Mat changed = whole.clone();
+  changed.data[0] = static_cast<unsigned char>(changed.data[0] ^ 1);
+  ASSERT_TRUE(cv::imwrite(smallest, changed));
+  const Outcome other = Verify();
+  EXPECT_EQ(other.exitCode, 3);
+  EXPECT_TRUE(Contains(other.err, "of its tile '0/0_0.png', 1 pixel differs")) << other.err;
+  fs::remove(smallest);
+  EXPECT_TRUE(Contains(Verify().err, "its tile '0/0_0.png' is missing"));
+  ASSERT_TRUE(cv::imwrite(smallest, whole));
+  ASSERT_TRUE(cv::imwrite(m_out / "b_files/0/0_1.png", whole));
+  EXPECT_TRUE(Contains(Verify().err, "a tile '0/0_1.png' too many"));
+  fs::remove(picture);
+  EXPECT_EQ(Verify().exitCode, 1);
+}
+#endif
+
 TEST_F(Journal, ACutRunGoesOnWithTheFramesThatFollow) {
   // Without more frames a cut is only for this picture.
   const Outcome until = Resume({"--until", "3"});
