@@ -4,7 +4,7 @@
 #
 # usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
 #                                        [--fuzz] [--libvips] [--readers] [--aarch64]
-#                                        [--chroot] [--display] [--list]
+#                                        [--chroot] [--display] [--python] [--list]
 #
 #   --clang    clang 14 beside GCC
 #   --ccache   the compiler cache, which the other scripts use where it is present
@@ -16,6 +16,7 @@
 #   --aarch64  the cross compiler, the emulator, and what makes the system root
 #   --chroot   what makes a chroot of another Debian
 #   --display  a display in memory, for pictures of the window
+#   --python   what the Python module is built and tested with
 #   --list     prints the packages instead of installing them
 set -euo pipefail
 
@@ -36,6 +37,8 @@ while [ $# -gt 0 ]; do
     --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
     --chroot) packages+=(mmdebstrap); shift ;;
     --display) packages+=(xvfb xauth); shift ;;
+    --python) packages+=(pybind11-dev python3-pybind11 python3-dev python3-numpy python3-pytest
+      python3-distributed); shift ;;
     --list) list=1; shift ;;
     *) echo "unknown option: $1" >&2; exit 2 ;;
   esac
