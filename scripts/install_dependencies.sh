@@ -4,7 +4,8 @@
 #
 # usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
 #                                        [--fuzz] [--libvips] [--readers] [--aarch64]
-#                                        [--chroot] [--display] [--python] [--list]
+#                                        [--aravis] [--linguist] [--chroot] [--display]
+#                                        [--python] [--list]
 #
 #   --clang    clang 14 beside GCC
 #   --ccache   the compiler cache, which the other scripts use where it is present
@@ -12,6 +13,8 @@
 #   --tidy     clang-tidy
 #   --fuzz     clang 14 with its fuzzing library
 #   --libvips  libvips, which writes Deep Zoom
+#   --aravis   Aravis, which knows GenICam cameras
+#   --linguist what collects the texts of the window for translators
 #   --readers  other readers of the pictures that the programs write, for the tests
 #   --aarch64  the cross compiler, the emulator, and what makes the system root
 #   --chroot   what makes a chroot of another Debian
@@ -33,6 +36,8 @@ while [ $# -gt 0 ]; do
     --tidy) packages+=(clang-tidy); shift ;;
     --fuzz) packages+=(clang-14 libclang-rt-14-dev); shift ;;
     --libvips) packages+=(libvips-dev); shift ;;
+    --aravis) packages+=(libaravis-dev); shift ;;
+    --linguist) packages+=(qttools5-dev-tools); shift ;;
     --readers) packages+=(python3-tifffile openslide-tools); shift ;;
     --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
     --chroot) packages+=(mmdebstrap); shift ;;

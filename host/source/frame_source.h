@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/source/camera_mode.h"
 #include "host/source/picture_reader.h"
 
 namespace jqhost {
@@ -35,6 +36,12 @@ class FrameSource {
   /// Whether it is a video of 16 bits a sample, of which the reader gives the high bytes:
   /// samples of 12 significant bits turn dark. (It scales formats that know their depth.)
   virtual bool GivesHighBytes() const { return false; }
+  /// Holds exposure and white balance as they are, or gives them back to the camera. Between
+  /// two frames. @return whether the camera does all of that
+  virtual bool HoldLight(bool hold) {
+    (void)hold;
+    return false;
+  }
 };
 
 /// Opens pictures, folders, one video file, a network stream by its address
@@ -52,7 +59,9 @@ std::unique_ptr<FrameSource> MakeFileSource(const std::vector<std::string>& file
 
 /// A video file (`path`) or camera (`number`, when `path` is empty). Raises
 /// `InputError`.
-std::unique_ptr<FrameSource> MakeVideoSource(const std::string& path, int number);
+/// @param mode asked of a camera, which may give the next best
+std::unique_ptr<FrameSource> MakeVideoSource(const std::string& path, int number,
+                                             const CameraMode& mode = {});
 
 }  // namespace jqhost
 

@@ -17,15 +17,19 @@ bool HasWideSamples(std::uint32_t code) {
   return last == 16 || (isPacked && (last == 48 || last == 64));
 }
 
+// Where the system's camera driver is asked, automatic exposure has these values; 1 is by hand.
+constexpr double kExposureByHand = 1, kExposureAutomatic = 3;
+
 class VideoSource : public FrameSource {
  public:
-  VideoSource(const std::string& path, int number)
+  VideoSource(const std::string& path, int number, const CameraMode& mode)
       : m_name(path), m_waits(path.empty() || path.find("://") != std::string::npos) {
     if (path.empty()) {
       m_name = "camera " + std::to_string(number);
       if (!Open([&] { return m_capture.open(number); })) {
         throw InputError("cannot open " + m_name + " (is it connected, and free?)");
       }
+      Ask(mode);
     } else {
       if (!Open([&] { return m_capture.open(path, cv::CAP_FFMPEG); })) {
         throw InputError((m_waits ? "cannot open '" : "cannot read '") + path +
@@ -65,8 +69,24 @@ class VideoSource : public FrameSource {
   bool IsFileList() const override { return false; }
   bool Waits() const override { return m_waits; }
   bool GivesHighBytes() const override { return m_wide; }
+  bool HoldLight(bool hold) override {
+    if (!m_waits) return false;
+    const bool exposure =
+        Set(cv::CAP_PROP_AUTO_EXPOSURE, hold ? kExposureByHand : kExposureAutomatic);
+    return Set(cv::CAP_PROP_AUTO_WB, hold ? 0 : 1) && exposure;
+  }
 
  private:
+  void Ask(const CameraMode& mode) {
+    if (!mode.size.empty()) {
+      Set(cv::CAP_PROP_FRAME_WIDTH, mode.size.width);
+      Set(cv::CAP_PROP_FRAME_HEIGHT, mode.size.height);
+    }
+    if (mode.rate > 0) Set(cv::CAP_PROP_FPS, mode.rate);
+  }
+  bool Set(int property, double value) {
+    return Open([&] { return m_capture.set(property, value); });
+  }
   template <typename OpenIt>
   static bool Open(OpenIt&& openIt) {
     try {
@@ -86,8 +106,9 @@ class VideoSource : public FrameSource {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> MakeVideoSource(const std::string& path, int number) {
-  return std::make_unique<VideoSource>(path, number);
+std::unique_ptr<FrameSource> MakeVideoSource(const std::string& path, int number,
+                                             const CameraMode& mode) {
+  return std::make_unique<VideoSource>(path, number, mode);
 }
 
 }  // namespace jqhost
