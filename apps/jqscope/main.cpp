@@ -1,5 +1,7 @@
 #include <QApplication>
+#include <QLocale>
 #include <QSettings>
+#include <QTranslator>
 #include <clocale>
 #include <cstdio>
 #include <exception>
@@ -44,6 +46,12 @@ int Run(int argc, char** argv) {
   QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
   QApplication application(argc, argv);
+  // Texts stay English where there is no translation.
+  QTranslator translator;
+  if (translator.load(QLocale(), "jqscope", "_",
+                      QApplication::applicationDirPath() + "/../share/jqscope/translations")) {
+    QApplication::installTranslator(&translator);
+  }
   QSettings settings;
   jqscope::MainWindow window(parsed.options, parsed.options.fresh ? nullptr : &settings);
   window.show();

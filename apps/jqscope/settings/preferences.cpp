@@ -25,6 +25,7 @@ Preferences Preferences::Load(const QSettings& settings) {
   stitch.overlapMode = Number(settings, "run/overlapMode", stitch.overlapMode, 0, 1);
   stitch.detectLevel = Number(settings, "run/detectLevel", stitch.detectLevel, 1, 7);
   stitch.cornerBudget = Number(settings, "run/cornerBudget", stitch.cornerBudget, 0, 100);
+  p.run.mostMemory = std::max<std::int64_t>(0, settings.value("run/mostMemory", 0).toLongLong());
   p.run.preparation.flat = settings.value("run/flat").toString().toLocal8Bit().toStdString();
   p.run.preparation.dark = settings.value("run/dark").toString().toLocal8Bit().toStdString();
   p.trim = settings.value("save/trim", true).toBool();
@@ -49,6 +50,7 @@ void Preferences::Save(QSettings& settings) const {
   settings.setValue("run/overlapMode", run.stitch.overlapMode);
   settings.setValue("run/detectLevel", run.stitch.detectLevel);
   settings.setValue("run/cornerBudget", run.stitch.cornerBudget);
+  settings.setValue("run/mostMemory", static_cast<qlonglong>(run.mostMemory));
   settings.setValue("run/flat", QString::fromLocal8Bit(run.preparation.flat.c_str()));
   settings.setValue("run/dark", QString::fromLocal8Bit(run.preparation.dark.c_str()));
   settings.setValue("save/trim", trim);

@@ -6,7 +6,7 @@
 #include <QVector>
 #include <optional>
 
-#include "work/run_desk.h"
+#include "work/run_settings.h"
 
 class QSettings;
 

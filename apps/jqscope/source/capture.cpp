@@ -41,19 +41,30 @@ void Capture::Run() {
   if (m_finished.exchange(true)) Q_EMIT finished();
 }
 
+// Until the source ends or a stop is asked for.
+void Capture::TakeFrames(jqhost::FrameSource& source) {
+  const auto whenFull = m_choice.IsLive() ? Inbox::WhenFull::kReplace : Inbox::WhenFull::kWait;
+  bool held = false;
+  TimedFrame next;
+  while (!m_stop.Requested()) {
+    if (m_hold != held) {
+      held = !held;
+      Q_EMIT lightHeld(held, source.HoldLight(held));
+    }
+    if (!source.Next(next.frame, true)) return;
+    next.taken = Clock::now();
+    if (!m_inbox.Put(next, whenFull, m_stop)) return;
+  }
+}
+
 // False when trying again is of no use.
 bool Capture::RunOnce() {
   const bool isCamera = m_choice.kind == SourceKind::kCamera;
   try {
-    const auto source = OpenSource(m_choice, m_stage, m_stop);
+    const std::unique_ptr<jqhost::FrameSource> source = OpenSource(m_choice, m_stage, m_stop);
     if (m_choice.after) jqhost::PassRecorded(*source, *m_choice.after, 1);
     Q_EMIT opened();
-    const auto whenFull = m_choice.IsLive() ? Inbox::WhenFull::kReplace : Inbox::WhenFull::kWait;
-    TimedFrame next;
-    while (!m_stop.Requested() && source->Next(next.frame, true)) {
-      next.taken = Clock::now();
-      if (!m_inbox.Put(next, whenFull, m_stop)) return false;
-    }
+    TakeFrames(*source);
     if (m_stop.Requested()) return false;
     if (isCamera) {
       Q_EMIT failed(tr("The camera gives no more frames"), true);

@@ -39,7 +39,8 @@ class Microscope : public jqhost::FrameSource {
     frame.name = "frame " + std::to_string(m_number);
     // Each time, since another microscope, retired meanwhile, may have had the last word.
     m_stage.SetBounds(m_slide.size(), m_frame);
-    const Stage::State now = m_stage.Now();
+    Stage::State now = m_stage.Now();
+    if (m_held) now.effects.exposure = 0;
     const bool isOurs = now.scene == m_slide.size() && now.frame == m_frame;
     if (!isOurs) frame.why = "the slide is being changed";
     if (read && isOurs) {
@@ -51,6 +52,10 @@ class Microscope : public jqhost::FrameSource {
 
   int Total() const override { return 0; }
   bool IsFileList() const override { return false; }
+  bool HoldLight(bool hold) override {
+    m_held = hold;
+    return true;
+  }
 
  private:
   const MicroscopeOptions m_options;
@@ -58,6 +63,7 @@ class Microscope : public jqhost::FrameSource {
   const jqhost::StopToken& m_stop;
   const cv::Mat m_slide;
   cv::Size m_frame;
+  bool m_held = false;  // the exposure does not drift
   int m_number = 0;
   Clock::time_point m_due = Clock::now();
 };

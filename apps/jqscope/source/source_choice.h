@@ -7,23 +7,25 @@
 #include <vector>
 
 #include "host/journal/journal_entries.h"
+#include "source/camera_name.h"
 #include "source/simulated_microscope.h"
 
 namespace jqscope {
 
 enum class SourceKind {
   kMicroscope,  ///< the simulated one
-  kCamera,      ///< by its number, or a network stream by its address
-  kFiles,       ///< pictures, a folder, a video file
+  kCamera,      ///< `camera` names it
+  kFiles,       ///< pictures, a folder, a video file, the journal of an earlier run
   kWatched,     ///< a folder that grows
 };
 
 /// Where frames shall come from.
 struct SourceChoice {
   SourceKind kind = SourceKind::kMicroscope;
-  std::vector<std::string> paths;    ///< files, the folder, or the camera's number
+  std::vector<std::string> paths;    ///< files, or the folder
   std::vector<std::string> leftOut;  ///< pictures that are no frames: the program writes them
   MicroscopeOptions microscope;
+  CameraName camera;
   /// Of a run that is taken up: frames up to this one are passed over. Not for live ones.
   std::optional<jqhost::FrameEntry> after;
 

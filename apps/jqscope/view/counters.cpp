@@ -1,5 +1,7 @@
 #include "view/counters.h"
 
+#include <algorithm>
+
 #include "host/system/free_memory.h"
 #include "words/guidance.h"
 
@@ -45,6 +47,10 @@ void Counters::Show(const RunReport& report, double latency, std::size_t viewByt
         Row(tr("Picture"), tr("%1 × %2").arg(report.bounds.width()).arg(report.bounds.height()));
   }
   text += Row(tr("Mosaic in memory"), MegaBytes(static_cast<double>(report.mosaicBytes)));
+  if (report.mostMemory > 0) {
+    const std::int64_t left = std::max<std::int64_t>(0, report.mostMemory - report.mosaicBytes);
+    text += Row(tr("Left of the limit"), MegaBytes(static_cast<double>(left)));
+  }
   text += Row(tr("View in memory"), MegaBytes(static_cast<double>(viewBytes)));
   const std::uint64_t free = jqhost::FreeMemory();
   if (free > 0) text += Row(tr("Memory left"), MegaBytes(static_cast<double>(free)));

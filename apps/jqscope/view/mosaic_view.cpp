@@ -15,6 +15,15 @@ const QColor kGround(38, 40, 43);
 // A step of the wheel.
 constexpr double kWheelFactor = 1.25;
 
+// What a picture that is not trimmed will have around the frames.
+void DrawSavedEdge(QPainter& painter, const QRectF& saved) {
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QColor(0, 0, 0, 140), 2));
+  painter.drawRect(saved);
+  painter.setPen(QPen(Qt::white, 1, Qt::DashLine));
+  painter.drawRect(saved);
+}
+
 }  // namespace
 
 MosaicView::MosaicView(TilePyramid& tiles, QWidget* parent) : QWidget(parent), m_tiles(tiles) {
@@ -26,13 +35,16 @@ MosaicView::MosaicView(TilePyramid& tiles, QWidget* parent) : QWidget(parent), m
 }
 
 QRectF MosaicView::Content() const {
-  QRectF content = QRectF(m_report.bounds);
+  QRectF content = Saved();
   if (m_report.hasFrame) content = content.united(m_report.liveRect);
   return content;
 }
 
 void MosaicView::Show(const RunReport& report) {
-  const bool grew = report.bounds != m_report.bounds || report.liveRect != m_report.liveRect;
+  const bool newCanvas = report.canvas != m_report.canvas && !m_trimmed;
+  const bool grew =
+      report.bounds != m_report.bounds || report.liveRect != m_report.liveRect || newCanvas;
+  const bool newPhase = report.phase != m_report.phase;
   const bool placed = report.path.size() != m_report.path.size();
   const QRectF before = m_transform.ToScreen(OverlayBounds(m_report));
   m_unshown = m_unshown || report.taken != m_report.taken;
@@ -55,6 +67,7 @@ void MosaicView::Show(const RunReport& report) {
     moved = m_transform.Follow(m_report.liveRect);
   }
   if (moved) return Moved();
+  if (newCanvas || newPhase) return update();
   QRectF dirty = before.united(m_transform.ToScreen(OverlayBounds(m_report)));
   if (placed) dirty = dirty.united(m_transform.ToScreen(QRectF(m_report.lastPlaced)));
   update(dirty.toAlignedRect().adjusted(-kOverlayMargin, -kOverlayMargin, kOverlayMargin,
@@ -115,7 +128,14 @@ void MosaicView::SetBackground(const std::optional<QColor>& colour) {
   update();
 }
 
+void MosaicView::SetTrimmed(bool trimmed) {
+  m_trimmed = trimmed;
+  if (m_fitting) m_transform.Fit(Content());
+  Moved();
+}
+
 void MosaicView::SetPixelSize(double micrometres) {
+  if (micrometres == m_pixelSize) return;
   m_pixelSize = micrometres;
   update();
 }
@@ -185,14 +205,14 @@ void MosaicView::DrawTiles(QPainter& painter, const QRect& clip) {
 void MosaicView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.fillRect(event->rect(), kGround);
-  if (m_background) {
-    painter.fillRect(m_transform.ToScreen(QRectF(m_report.bounds)), *m_background);
-  }
+  const QRectF saved = m_transform.ToScreen(Saved());
+  if (m_background) painter.fillRect(saved, *m_background);
   const double ratio = devicePixelRatioF();
   painter.save();
   painter.scale(1 / ratio, 1 / ratio);
   DrawTiles(painter, event->rect());
   painter.restore();
+  if (!m_trimmed) DrawSavedEdge(painter, saved);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   DrawOverlay(painter, m_report, m_transform);
   if (m_pixelSize > 0) DrawScaleBar(painter, rect(), m_pixelSize / m_transform.Scale());

@@ -33,6 +33,8 @@ class MosaicView : public QWidget {
   bool IsFollowing() const { return m_follow; }
   /// The colour where nothing is placed; none: the view's own ground.
   void SetBackground(const std::optional<QColor>& colour);
+  /// Whether the placed frames alone will be saved; else the canvas around them is shown too.
+  void SetTrimmed(bool trimmed);
   /// Micrometres of a pixel of the mosaic; 0: not known, no scale bar.
   void SetPixelSize(double micrometres);
 
@@ -68,6 +70,7 @@ class MosaicView : public QWidget {
   bool DrawTile(QPainter& painter, const TileKey& key, const QRect& target);
   QRect TileOnScreen(const TileKey& key) const;
   QRectF Content() const;
+  QRectF Saved() const { return QRectF(m_trimmed ? m_report.bounds : m_report.canvas); }
   void UserMoved();
   void Moved();
 
@@ -77,6 +80,7 @@ class MosaicView : public QWidget {
   bool m_fitting = true;  // the whole stays in view while it grows
   bool m_follow = true;   // else the frame under the camera does
   std::optional<QColor> m_background;
+  bool m_trimmed = true;
   double m_pixelSize = 0;
   QPoint m_dragFrom;
   bool m_dragging = false;

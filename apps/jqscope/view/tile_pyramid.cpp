@@ -12,6 +12,9 @@ constexpr std::size_t kTileBytes = 4U * TilePyramid::kSide * TilePyramid::kSide;
 // Levels up to this one are reduced from the changed pixels, coarser ones from the tiles of
 // the level below, which are always there.
 constexpr int kReducedFromPixels = 6;
+// Larger changes are taken over in blocks of this side, so that no copy of a whole mosaic
+// is made and none is larger than a picture of the toolkit can be.
+constexpr int kBlock = 4096;
 // Tiles kept whatever happens take at most this share of the limit.
 constexpr double kKeptShare = 0.5;
 
@@ -50,7 +53,14 @@ QImage EmptyTile() {
 TilePyramid::TilePyramid(std::size_t mostBytes) : m_mostBytes(mostBytes) {}
 
 void TilePyramid::Paint(const cv::Mat& mosaic, cv::Point origin, const cv::Rect& changed) {
-  if (changed.empty()) return;
+  for (int y = changed.y; y < changed.br().y; y += kBlock) {
+    for (int x = changed.x; x < changed.br().x; x += kBlock) {
+      PaintBlock(mosaic, origin, cv::Rect(x, y, kBlock, kBlock) & changed);
+    }
+  }
+}
+
+void TilePyramid::PaintBlock(const cv::Mat& mosaic, cv::Point origin, const cv::Rect& changed) {
   const cv::Rect whole = Widen(changed, 1 << kReducedFromPixels);
   QImage pixels = CutPixels(mosaic, origin, whole);
   for (int level = 0; level <= kReducedFromPixels; ++level) {

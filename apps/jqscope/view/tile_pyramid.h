@@ -67,6 +67,7 @@ class TilePyramid {
     std::uint64_t used = 0;
   };
 
+  void PaintBlock(const cv::Mat& mosaic, cv::Point origin, const cv::Rect& changed);
   void Store(int level, cv::Point at, const QImage& pixels);
   void StoreReduced(int level, const cv::Rect& changed);
   void Put(const TileKey& key, const QImage& image);

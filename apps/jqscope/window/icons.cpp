@@ -27,6 +27,8 @@ const QHash<QString, const char*>& Drawings() {
       {"zoomout", "O 4 4 12 12 M 15 15 L 21 21 M 7 10 L 13 10"},
       {"follow", "O 6 6 12 12 M 12 2 L 12 8 M 12 16 L 12 22 M 2 12 L 8 12 M 16 12 L 22 12"},
       {"camera", "R 3 7 18 13 O 8 9 8 8 M 8 7 L 10 4 L 14 4 L 16 7"},
+      {"hold", "R 5 11 14 9 A 8 4 8 12 0 180 F O 11 14 2 3"},
+      {"recorded", "R 5 3 14 18 M 8 8 L 16 8 M 8 12 L 16 12 M 8 16 L 13 16"},
       {"folder", "M 3 6 L 9 6 L 11 8 L 21 8 L 21 19 L 3 19 Z"},
       {"watch", "M 3 6 L 9 6 L 11 8 L 21 8 L 21 19 L 3 19 Z O 8 10 8 7 F O 11 12 3 3"},
       {"video", "R 3 6 12 12 M 15 11 L 21 7 L 21 17 L 15 13"},

@@ -3,9 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QDragEnterEvent>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QScrollArea>
 #include <QSettings>
@@ -45,6 +43,7 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   resize(1280, 800);
   BuildPanels();
   ConnectSession();
+  ConnectSourceActions();
   ConnectRunActions();
   ConnectPictureActions();
   ConnectViewActions();
@@ -55,7 +54,7 @@ MainWindow::MainWindow(const Options& options, QSettings* settings)
   // A script gets what the frames alone give.
   SetFinding(m_preferences.findMe && !options.IsScript());
   m_actions["trim"]->setChecked(m_preferences.trim);
-  m_view->SetPixelSize(m_preferences.PixelSize() * stitch.detectLevel);
+  m_view->SetTrimmed(m_preferences.trim);
   ShowBackground();
 
   const QString source = options.source.isEmpty() ? m_preferences.source : options.source;
@@ -84,6 +83,8 @@ void MainWindow::BuildPanels() {
   column->addWidget(m_coach);
   m_journalBar = new JournalBar;
   column->addWidget(m_journalBar);
+  m_batchBar = new BatchBar;
+  column->addWidget(m_batchBar);
   column->addWidget(m_view, 1);
   setCentralWidget(centre);
 
@@ -161,8 +162,11 @@ void MainWindow::OnReport() {
   if (m_report.phase == RunPhase::kPaused) style.word = tr("paused");
   if (m_report.phase == RunPhase::kEnded) style.word = tr("ended");
   if (m_report.phase == RunPhase::kStopped) style.word = tr("stopped");
+  if (m_report.phase == RunPhase::kBatch) style.word = tr("batch");
   m_banner->Show(style, GuidanceFor(m_report));
+  m_batchBar->Show(m_report);
   m_coach->Show(CoachingFor(m_report));
+  m_view->SetPixelSize(m_preferences.PixelSize() * m_report.detectLevel);
   m_view->Show(m_report);
   m_map->Show(m_report);
   m_drift->Show(m_report, m_preferences.PixelSize());
@@ -174,13 +178,14 @@ void MainWindow::OnReport() {
 void MainWindow::UpdateActions() {
   const RunPhase phase = m_report.phase;
   const bool going = phase == RunPhase::kRunning || phase == RunPhase::kPaused;
-  m_actions["start"]->setEnabled(!going);
+  const bool isBatch = phase == RunPhase::kBatch;
+  m_actions["start"]->setEnabled(!going && !isBatch);
   m_actions["pause"]->setEnabled(going);
   m_actions["pause"]->setChecked(phase == RunPhase::kPaused);
-  m_actions["stop"]->setEnabled(going);
+  m_actions["stop"]->setEnabled(going || isBatch);
   m_actions["undo"]->setEnabled(m_report.undoSteps > 0);
-  m_actions["new"]->setEnabled(phase != RunPhase::kIdle);
-  const bool hasPicture = !m_report.path.isEmpty();
+  m_actions["new"]->setEnabled(phase != RunPhase::kIdle && !isBatch);
+  const bool hasPicture = !m_report.path.isEmpty() && !isBatch;
   for (const char* name : {"save", "saveas"}) m_actions[name]->setEnabled(hasPicture);
 }
 
@@ -193,23 +198,6 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
   const double down = key == Qt::Key_Up ? -step : key == Qt::Key_Down ? step : 0;
   if (isMicroscope && (across != 0 || down != 0)) return m_stagePanel->Step(across, down);
   QMainWindow::keyPressEvent(event);
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
-}
-
-// Files and folders that are dropped become the source.
-void MainWindow::dropEvent(QDropEvent* event) {
-  SourceChoice choice;
-  choice.kind = SourceKind::kFiles;
-  for (const QUrl& url : event->mimeData()->urls()) {
-    if (url.isLocalFile()) choice.paths.push_back(url.toLocalFile().toLocal8Bit().toStdString());
-  }
-  if (choice.paths.empty()) return;
-  event->acceptProposedAction();
-  SetSource(choice, QString());
-  Start();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -14,6 +14,7 @@
 #include "view/stage_panel.h"
 #include "window/actions.h"
 #include "window/banner.h"
+#include "window/batch_bar.h"
 #include "window/journal_bar.h"
 #include "work/session.h"
 
@@ -40,6 +41,8 @@ class MainWindow : public QMainWindow {
   QAction* Action(const QString& name) const { return m_actions[name]; }
   /// Saves the picture so far there.
   void SaveTo(const QString& path);
+  /// Stitches pictures and folders of pictures as a batch.
+  void StitchFiles(const QStringList& paths);
 
  Q_SIGNALS:
   /// A picture was saved, or could not be. @param path empty when it was not
@@ -55,6 +58,7 @@ class MainWindow : public QMainWindow {
  private:
   void BuildPanels();
   void ConnectSession();
+  void ConnectSourceActions();
   void ConnectRunActions();
   void ConnectPictureActions();
   void ConnectViewActions();
@@ -64,6 +68,7 @@ class MainWindow : public QMainWindow {
   void SetFinding(bool find);
   void ChooseCamera();
   void ChooseFolder(SourceKind kind);
+  void ForgetPicture();
   void Start();
   void Save();
   void SaveAs();
@@ -87,6 +92,7 @@ class MainWindow : public QMainWindow {
   Banner* m_banner;
   CoachBar* m_coach;
   JournalBar* m_journalBar = nullptr;
+  BatchBar* m_batchBar = nullptr;
   QString m_shelf;  // of the runs' journals; empty: there are none
   MosaicView* m_view;
   Minimap* m_map = nullptr;

@@ -2,52 +2,22 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QColorDialog>
-#include <QDockWidget>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QStatusBar>
 
+#include "source/local_path.h"
 #include "window/help_page.h"
 #include "window/main_window.h"
 #include "window/settings_dialog.h"
 #include "window/theme.h"
 
 namespace jqscope {
-namespace {
-
-std::string ToPath(const QString& text) {
-  return text.toLocal8Bit().toStdString();
-}
-
-}  // namespace
-
 void MainWindow::ConnectRunActions() {
   const auto on = [this](const char* name, auto&& call) {
     connect(m_actions[name], &QAction::triggered, this, call);
   };
-  on("microscope", [this] {
-    SourceChoice choice;
-    choice.microscope = m_options.microscope;
-    SetSource(choice, "microscope");
-  });
-  on("camera", [this] { ChooseCamera(); });
-  on("folder", [this] { ChooseFolder(SourceKind::kFiles); });
-  on("watch", [this] { ChooseFolder(SourceKind::kWatched); });
-  on("video", [this] {
-    const QString path = QFileDialog::getOpenFileName(this, tr("Video file"));
-    if (!path.isEmpty()) SetSource(ChooseSource(ToPath(path)), path);
-  });
-  on("slide", [this] {
-    const QString path =
-        QFileDialog::getOpenFileName(this, tr("Slide of the simulated microscope"));
-    if (path.isEmpty()) return;
-    SourceChoice choice;
-    choice.microscope = m_options.microscope;
-    choice.microscope.slide = ToPath(path);
-    SetSource(choice, "microscope");
-  });
   on("quit", [this] { close(); });
   on("start", [this] { Start(); });
   on("new", [this] { Start(); });
@@ -74,7 +44,10 @@ void MainWindow::ConnectPictureActions() {
     QApplication::clipboard()->setImage(m_view->Grab());
     statusBar()->showMessage(tr("The view is on the clipboard"), 4000);
   });
-  on("trim", [this](bool trim) { m_preferences.trim = trim; });
+  on("trim", [this](bool trim) {
+    m_preferences.trim = trim;
+    m_view->SetTrimmed(trim);
+  });
   on("background", [this] { ChooseBackground(); });
   on("noBackground", [this] {
     m_preferences.background.reset();
@@ -116,48 +89,24 @@ void MainWindow::ChangeSettings() {
   SettingsDialog dialog(m_preferences, this);
   if (dialog.exec() != QDialog::Accepted) return;
   m_preferences = dialog.Chosen();
-  m_view->SetPixelSize(m_preferences.PixelSize() * m_preferences.run.stitch.detectLevel);
+  m_view->SetPixelSize(m_preferences.PixelSize() * m_report.detectLevel);
 }
 
-void MainWindow::SetSource(const SourceChoice& choice, const QString& kept) {
-  m_preferences.source = kept;
-  m_session.SetSource(choice);
-  m_stageDock->setVisible(choice.kind == SourceKind::kMicroscope);
-}
-
-void MainWindow::ChooseCamera() {
-  bool chosen = false;
-  const QString name = QInputDialog::getText(
-      this, tr("Camera"), tr("Number of the camera (0 is the first), or address of a stream:"),
-      QLineEdit::Normal, "0", &chosen);
-  if (!chosen || name.isEmpty()) return;
-  SourceChoice choice;
-  choice.kind = SourceKind::kCamera;
-  choice.paths = {ToPath(name)};
-  SetSource(choice, name);
-}
-
-void MainWindow::ChooseFolder(SourceKind kind) {
-  const QString folder = QFileDialog::getExistingDirectory(
-      this, kind == SourceKind::kWatched ? tr("Folder to watch") : tr("Folder of pictures"));
-  if (folder.isEmpty()) return;
-  SourceChoice choice;
-  choice.kind = kind;
-  choice.paths = {ToPath(folder)};
-  SetSource(choice, kind == SourceKind::kFiles ? folder : QString());
-}
-
-void MainWindow::Start() {
-  if (WarnOfUnsaved()) return;
+void MainWindow::ForgetPicture() {
   if (m_options.save.isEmpty()) m_savePath.clear();
   m_savedFrames = 0;
   m_anyRun = true;
   m_journalBar->hide();
+}
+
+void MainWindow::Start() {
+  if (WarnOfUnsaved()) return;
+  ForgetPicture();
   RunSettings settings = m_preferences.run;
   settings.source = SourceWords(m_session.Source());
   const bool asked = !m_options.journal.isEmpty();
   if (!m_shelf.isEmpty() && (asked || m_preferences.journal != JournalKeeping::kNone)) {
-    settings.journal = NewJournalFolder(ToPath(m_shelf));
+    settings.journal = NewJournalFolder(ToLocalPath(m_shelf));
   }
   m_session.Start(settings, EndOfJournal());
 }
@@ -191,7 +140,7 @@ void MainWindow::SaveAs() {
 
 void MainWindow::SaveTo(const QString& path) {
   SaveOrder order;
-  order.options.path = ToPath(path);
+  order.options.path = ToLocalPath(path);
   order.trim = m_preferences.trim;
   if (const std::optional<QColor>& colour = m_preferences.background) {
     order.options.background = {colour->red(), colour->green(), colour->blue()};
@@ -222,18 +171,21 @@ void MainWindow::OnSaved(const QString& path, const QString& problem) {
 }
 
 void MainWindow::OnRunOver() {
-  if (m_scriptDone) return;
+  if (m_scriptDone || m_report.batch) return;
   m_scriptDone = true;
   if (!m_options.save.isEmpty()) return SaveTo(m_options.save);
   if (m_options.quit) m_session.Thread().EndWith(EndOfJournal());
   if (m_options.quit) QApplication::exit(m_report.path.isEmpty() ? 1 : 0);
 }
 
+// The view shows each colour while it is chosen.
 void MainWindow::ChooseBackground() {
-  const QColor colour =
-      QColorDialog::getColor(m_preferences.background.value_or(Qt::white), this, tr("Background"));
-  if (!colour.isValid()) return;
-  m_preferences.background = colour;
+  QColorDialog dialog(m_preferences.background.value_or(Qt::white), this);
+  dialog.setWindowTitle(tr("Background"));
+  connect(&dialog, &QColorDialog::currentColorChanged, m_view,
+          [this](const QColor& colour) { m_view->SetBackground(colour); });
+  m_view->SetBackground(dialog.currentColor());
+  if (dialog.exec() == QDialog::Accepted) m_preferences.background = dialog.selectedColor();
   ShowBackground();
 }
 

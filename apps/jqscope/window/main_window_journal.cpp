@@ -42,7 +42,7 @@ void MainWindow::TakeUp() {
   m_anyRun = true;
   m_savePath.clear();
   m_savedFrames = 0;
-  m_session.TakeUp(left);
+  m_session.TakeUp(left, m_preferences.run.mostMemory);
   m_view->setFocus();
 }
 

@@ -11,6 +11,11 @@
 #include <algorithm>
 
 namespace jqscope {
+namespace {
+
+constexpr std::int64_t kMegaByte = 1000000;
+
+}  // namespace
 
 SettingsDialog::SettingsDialog(const Preferences& preferences, QWidget* parent)
     : QDialog(parent),
@@ -18,6 +23,7 @@ SettingsDialog::SettingsDialog(const Preferences& preferences, QWidget* parent)
       m_mode(new QComboBox),
       m_level(new QSpinBox),
       m_budget(new QSpinBox),
+      m_memory(new QSpinBox),
       m_journal(new QComboBox),
       m_objectives(new QTableWidget(0, 2)) {
   setWindowTitle(tr("Settings"));
@@ -38,12 +44,23 @@ SettingsDialog::SettingsDialog(const Preferences& preferences, QWidget* parent)
   m_budget->setValue(stitch.cornerBudget);
   m_budget->setToolTip(tr("More corners are slower and surer"));
   form->addRow(tr("Effort to find matches (corner budget)"), m_budget);
+  m_memory->setRange(0, 1000000);
+  m_memory->setValue(static_cast<int>(preferences.run.mostMemory / kMegaByte));
+  m_memory->setSuffix(tr(" MB"));
+  m_memory->setSpecialValueText(tr("as large as the machine allows"));
+  m_memory->setToolTip(tr("A frame for which the picture would have to grow beyond is left out"));
+  form->addRow(tr("Largest picture in memory"), m_memory);
   m_journal->addItem(tr("no: a crash loses the run"));
   m_journal->addItem(tr("until the run has ended, to take it up after a crash"));
   m_journal->addItem(tr("for good"));
   m_journal->setCurrentIndex(static_cast<int>(preferences.journal));
   m_journal->setToolTip(tr("Each placed frame is written to the disk as it comes"));
   form->addRow(tr("Keep a journal"), m_journal);
+  m_mode->setObjectName("overlapMode");
+  m_level->setObjectName("detectLevel");
+  m_budget->setObjectName("cornerBudget");
+  m_memory->setObjectName("mostMemory");
+  m_journal->setObjectName("keepJournal");
   column->addWidget(run);
   column->addWidget(ObjectivePart());
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -65,11 +82,13 @@ QWidget* SettingsDialog::ObjectivePart() {
   m_objectives->selectRow(m_before.objective);
   column->addWidget(m_objectives);
   auto* add = new QPushButton(tr("&Add an objective"));
+  add->setObjectName("addObjective");
   connect(add, &QPushButton::clicked, this, [this] {
     AddObjective({tr("10×"), 0.5});
     m_objectives->selectRow(m_objectives->rowCount() - 1);
   });
   auto* remove = new QPushButton(tr("&Remove the selected one"));
+  remove->setObjectName("removeObjective");
   connect(remove, &QPushButton::clicked, this, [this] {
     if (m_objectives->rowCount() > 1) m_objectives->removeRow(m_objectives->currentRow());
   });
@@ -92,6 +111,7 @@ Preferences SettingsDialog::Chosen() const {
   chosen.run.stitch.overlapMode = m_mode->currentIndex();
   chosen.run.stitch.detectLevel = m_level->value();
   chosen.run.stitch.cornerBudget = m_budget->value();
+  chosen.run.mostMemory = m_memory->value() * kMegaByte;
   chosen.journal = static_cast<JournalKeeping>(m_journal->currentIndex());
   chosen.objectives.clear();
   for (int row = 0; row < m_objectives->rowCount(); ++row) {

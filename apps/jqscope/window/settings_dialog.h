@@ -28,6 +28,7 @@ class SettingsDialog : public QDialog {
   const Preferences m_before;
   QComboBox* m_mode;
   QSpinBox *m_level, *m_budget;
+  QSpinBox* m_memory;
   QComboBox* m_journal;
   QTableWidget* m_objectives;
 };

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <cmath>
 
+#include "words/batch_words.h"
+
 using jqhost::Cause;
 
 namespace jqscope {
@@ -74,6 +76,7 @@ QString OfFrame(const RunReport& report) {
 }  // namespace
 
 QString GuidanceFor(const RunReport& report) {
+  if (report.batch) return BatchSentence(report);
   switch (report.phase) {
     case RunPhase::kIdle:
       return GuidanceWords::tr("Press Start, then move slowly");
@@ -86,6 +89,7 @@ QString GuidanceFor(const RunReport& report) {
                  ? GuidanceWords::tr("The source has ended without a frame that could be used")
                  : GuidanceWords::tr("The source has ended: save the picture, or start a new run");
     case RunPhase::kRunning:
+    case RunPhase::kBatch:
       break;
   }
   if (report.outOfMemory) {

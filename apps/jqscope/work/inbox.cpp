@@ -38,7 +38,7 @@ void Inbox::Dismiss(jqhost::StopToken& stop) {
 std::optional<Inbox::Item> Inbox::Next(bool takeFrames) {
   std::unique_lock<std::mutex> lock(m_mutex);
   m_filled.wait(lock, [&] { return m_closed || !m_tasks.empty() || (takeFrames && m_frame); });
-  if (m_closed) return std::nullopt;
+  if (m_closed && m_tasks.empty()) return std::nullopt;
   Item item;
   if (!m_tasks.empty()) {
     item.task = std::move(m_tasks.front());

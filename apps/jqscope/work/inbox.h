@@ -36,7 +36,8 @@ class Inbox {
   /// waits is forgotten.
   void Dismiss(jqhost::StopToken& stop);
 
-  /// Blocks until there is something to do; tasks come first. Nothing once closed.
+  /// Blocks until there is something to do; tasks come first. Once closed, the tasks that
+  /// are left, which a picture to be saved may be among, and then nothing.
   /// @param takeFrames whether frames are wanted now
   std::optional<Item> Next(bool takeFrames);
   void Close();

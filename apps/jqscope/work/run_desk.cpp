@@ -55,8 +55,10 @@ void RunDesk::Begin(const RunSettings& settings,
   m_settings = settings;
   m_preparation = std::move(preparation);
   m_session = std::move(session);
+  m_batch.reset();
+  m_sharedPixels.reset();
   m_undo.clear();
-  m_lostFrames = m_searched = 0;
+  m_lost.Clear();
   m_tiles.Clear();
   m_reckoning.Clear();
   m_rate.Clear();
@@ -65,6 +67,7 @@ void RunDesk::Begin(const RunSettings& settings,
   m_report = RunReport();
   m_report.phase = RunPhase::kRunning;
   m_report.detectLevel = settings.stitch.detectLevel;
+  m_report.mostMemory = settings.mostMemory;
   EndJournal(earlier);
 }
 
@@ -187,13 +190,14 @@ void RunDesk::ShowMosaic(const cv::Rect& placed) {
     if (first.size() != judge.WorkingSize()) cv::resize(first, first, judge.WorkingSize());
     m_tiles.Clear();
     m_tiles.Paint(first, cv::Point(), cv::Rect(cv::Point(), first.size()));
-    m_report.bounds = m_report.lastPlaced;
+    m_report.bounds = m_report.canvas = m_report.lastPlaced;
     return;
   }
   const cv::Rect bounds = stitcher.GetPlacedBounds() - judge.Origin();
   m_tiles.Paint(mosaic, judge.Origin(), m_mosaicShown ? placed : bounds);
   m_mosaicShown = true;
   m_report.bounds = ToRect(bounds);
+  m_report.canvas = ToRect(cv::Rect(-judge.Origin(), mosaic.size()));
   m_report.mosaicBytes = static_cast<std::int64_t>(mosaic.total() * mosaic.elemSize());
 }
 
@@ -202,17 +206,24 @@ void RunDesk::Show(const cv::Mat& image) {
 }
 
 bool RunDesk::PaintWanted() {
+  if (m_batch) return m_batch->PaintWanted();
   if (!m_session || !m_session->HasStarted()) return false;
   const cv::Mat mosaic = m_session->Stitcher().GetMosaic();
   return !mosaic.empty() && m_tiles.PaintWanted(mosaic, m_session->Judge().Origin());
 }
 
-Snapshot RunDesk::TakeSnapshot(bool trim) const {
+Snapshot RunDesk::TakeSnapshot(bool trim) {
+  if (m_batch) return m_batch->TakeSnapshot(trim);
   Snapshot snapshot;
   if (!m_session || !m_session->HasStarted()) return snapshot;
   snapshot.picture = m_session->PictureSoFar(trim);
-  snapshot.picture.image = snapshot.picture.image.clone();
   snapshot.grey = m_preparation->Summary().grey;
+  if (m_report.phase == RunPhase::kRunning || m_report.phase == RunPhase::kPaused) {
+    snapshot.picture.image = snapshot.picture.image.clone();
+  } else {
+    snapshot.shared = m_sharedPixels.lock();
+    if (!snapshot.shared) m_sharedPixels = snapshot.shared = std::make_shared<const bool>(true);
+  }
   return snapshot;
 }
 

@@ -12,26 +12,17 @@
 #include "host/source/frame_preparation.h"
 #include "journal/journal_shelf.h"
 #include "view/tile_pyramid.h"
-#include "work/finder.h"
+#include "work/batch_run.h"
+#include "work/lost_search.h"
 #include "work/rate.h"
 #include "work/reckoning.h"
 #include "work/run_report.h"
+#include "work/run_settings.h"
+#include "work/snapshot.h"
+#include "work/timed_frame.h"
+#include "work/undo_step.h"
 
 namespace jqscope {
-
-/// What a run is made with.
-struct RunSettings {
-  jqhost::StitchSettings stitch;
-  jqhost::PreparationSettings preparation;
-  std::string journal;              ///< the folder that records the run; empty: none
-  std::vector<std::string> source;  ///< for the journal: where the frames come from
-};
-
-/// The picture as it is at one moment, with pixels of its own.
-struct Snapshot {
-  jqhost::Picture picture;
-  bool grey = false;  ///< all frames had one channel
-};
 
 /// A run as the window drives it: takes frames, tells where it stands, paints the tiles
 /// that change. Used by the stitching thread alone; knows no window.
@@ -47,8 +38,11 @@ class RunDesk {
   /// Paints a run that a crash has left anew and goes on with it; its journal goes on too.
   /// Where a stop is asked for, or an error raised, all stays as it was.
   /// @param onFrame hears how many frames are done
-  void TakeUp(const LeftRun& left, const jqhost::StopToken& stop,
+  void TakeUp(const LeftRun& left, std::int64_t mostMemory, const jqhost::StopToken& stop,
               const std::function<void(int)>& onFrame);
+  /// Stitches files as a batch, to its end; the report tells how it goes. Raises
+  /// `InputError` when a flat field cannot be used.
+  void StitchFiles(const BatchOrder& order, JournalEnd earlier);
   /// Ends the run for good.
   void End(JournalEnd journal);
   void Pause(bool pause);
@@ -66,8 +60,10 @@ class RunDesk {
   /// Goes on from the ground around this place of the mosaic.
   void ContinueAround(cv::Point centre);
 
-  /// A copy of the picture so far; empty where nothing is placed.
-  Snapshot TakeSnapshot(bool trim) const;
+  /// The picture so far; empty where nothing is placed. While the run goes on its pixels
+  /// are a copy: the next frame may be painted into the mosaic where it lies. Of a run that
+  /// is over they are shared, and steps back are refused as long as they are in use.
+  Snapshot TakeSnapshot(bool trim);
 
   const RunReport& Report() const { return m_report; }
   const RunSettings& Settings() const { return m_settings; }
@@ -75,15 +71,15 @@ class RunDesk {
   bool showsLive = true;
   /// Whether lost frames are looked for among the earlier places.
   bool findsLost = true;
-  /// Hands a lost frame and earlier places, nearest first, to a search; whoever searches
-  /// calls `GoOnAt` with the place that was found. Called for every lost frame that is
-  /// worth a search. @return whether the search has begun
-  std::function<bool(const cv::Mat& frame, std::vector<KnownPlace> places)> search;
+  /// Who looks for a lost frame; calls `GoOnAt` with the place that was found.
+  LostSearch::Begin search;
   /// Goes on from a place that a search has found, if the run is still lost.
   void GoOnAt(cv::Point place);
 
   /// Sees every frame that is stitched, as it is handed to the stitcher.
   std::function<void(const jqhost::SourceFrame&)> onStitched;
+  /// Called when the report has changed in the middle of something long.
+  std::function<void()> onProgress;
 
  private:
   void Begin(const RunSettings& settings, std::unique_ptr<jqhost::FramePreparation> preparation,
@@ -101,7 +97,6 @@ class RunDesk {
   void KeepUndo(cv::Point origin);
   void FollowDrift(const cv::Mat& image);
   void LookForLost(const cv::Mat& image);
-  std::vector<KnownPlace> NearestPlaces(int from, int count) const;
   void ShowMosaic(const cv::Rect& placed);
   void Tell(const QString& notice);
 
@@ -116,18 +111,10 @@ class RunDesk {
   cv::Point m_place;       // of the frame before, as far as known
   cv::Point m_lastPlaced;  // of the frame placed last
   bool m_mosaicShown = false;
-  int m_lostFrames = 0;  // in a row
-  int m_searched = 0;    // places that were compared since the run was lost
-
-  // What a step back returns to, beside what the stitcher keeps.
-  struct UndoStep {
-    cv::Point origin;  // the first frame's corner in the mosaic
-    cv::Point lastPlaced;
-    QVector<QPoint> path;
-    bool mosaicShown = false;
-    int number = 0;  // in the journal
-  };
+  LostSearch m_lost;
   std::deque<UndoStep> m_undo;
+  std::weak_ptr<const bool> m_sharedPixels;  // in use: a picture is being saved from them
+  std::unique_ptr<BatchRun> m_batch;         // of files, in place of the session
 };
 
 }  // namespace jqscope

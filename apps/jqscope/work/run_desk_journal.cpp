@@ -18,6 +18,7 @@ struct JournalWords {
 void RunDesk::Start(const RunSettings& settings, JournalEnd earlier) {
   Begin(settings, std::make_unique<jqhost::FramePreparation>(settings.preparation),
         std::make_unique<jqhost::PushSession>(settings.stitch), earlier);
+  m_session->LimitMemory(settings.mostMemory);
   if (settings.journal.empty()) return;
   try {
     Record(std::make_unique<jqhost::JournalWriter>(
@@ -30,7 +31,7 @@ void RunDesk::Start(const RunSettings& settings, JournalEnd earlier) {
   }
 }
 
-void RunDesk::TakeUp(const LeftRun& left, const jqhost::StopToken& stop,
+void RunDesk::TakeUp(const LeftRun& left, std::int64_t mostMemory, const jqhost::StopToken& stop,
                      const std::function<void(int)>& onFrame) {
   jqhost::RecordedPart part;
   if (left.damaged) part.until = left.last.number;
@@ -40,8 +41,10 @@ void RunDesk::TakeUp(const LeftRun& left, const jqhost::StopToken& stop,
   settings.preparation = recorded.Header().preparation;
   settings.source = recorded.Header().source;
   settings.journal = left.folder;
+  settings.mostMemory = mostMemory;
   auto preparation = std::make_unique<jqhost::FramePreparation>(settings.preparation);
   auto session = std::make_unique<jqhost::PushSession>(settings.stitch);
+  session->LimitMemory(mostMemory);
   const auto frames = recorded.Rebuild(*session, false, stop, onFrame);
   if (!frames) return;
   const jqhost::FrameEntry& last = recorded.LastFrame();
@@ -66,6 +69,16 @@ void RunDesk::TakeUp(const LeftRun& left, const jqhost::StopToken& stop,
     m_report.journalProblem = QString::fromLocal8Bit(error.what());
   }
   Tell(JournalWords::tr("The run goes on: bring its last frame under the camera"));
+}
+
+void RunDesk::StitchFiles(const BatchOrder& order, JournalEnd earlier) {
+  RunSettings settings;
+  settings.stitch = jqhost::BatchSettings();
+  settings.preparation = order.preparation;
+  auto preparation = std::make_unique<jqhost::FramePreparation>(settings.preparation);
+  Begin(settings, std::move(preparation), nullptr, earlier);
+  m_batch = std::make_unique<BatchRun>(order, m_tiles, m_report, onProgress);
+  m_batch->Run();
 }
 
 void RunDesk::End(JournalEnd journal) {

@@ -12,13 +12,6 @@ namespace jqscope {
 namespace {
 
 constexpr int kDriftHistory = 120;
-// A frame is looked for when so many in a row were lost: a single blurred one comes back
-// by itself.
-constexpr int kLostEnough = 4;
-// Places compared with one frame, and the least distance between two of them as a share
-// of the frame.
-constexpr int kPlacesAtOnce = 6;
-constexpr double kPlacesApart = 0.3;
 
 struct DeskWords {
   Q_DECLARE_TR_FUNCTIONS(RunDesk)
@@ -41,6 +34,10 @@ void RunDesk::KeepUndo(cv::Point origin) {
 }
 
 void RunDesk::Undo() {
+  // A step back writes into the mosaic where it lies.
+  if (!m_sharedPixels.expired()) {
+    return Tell(DeskWords::tr("The picture is being saved: frames can be taken back after that"));
+  }
   if (!m_session || m_undo.empty() ||
       !m_session->UndoTo(m_undo.back().origin, m_undo.back().lastPlaced)) {
     return Tell(DeskWords::tr("There is nothing to take back"));
@@ -84,55 +81,19 @@ bool RunDesk::ContinueAt(cv::Point place) {
   return true;
 }
 
-// Compares the frame with a few places, the next frame with the next few, and so on.
 void RunDesk::LookForLost(const cv::Mat& image) {
-  const bool lost = m_report.state == LiveState::kLost || m_report.state == LiveState::kTooFar;
-  m_lostFrames = lost ? m_lostFrames + 1 : 0;
-  if (!lost) m_searched = 0;
-  if (!findsLost || !search || m_lostFrames < kLostEnough) return;
-  std::vector<KnownPlace> places = NearestPlaces(m_searched, kPlacesAtOnce);
-  if (places.empty() && m_searched > 0) {
-    m_searched = 0;
-    places = NearestPlaces(0, kPlacesAtOnce);
-  }
-  if (places.empty()) return;
-  cv::Mat frame = jqhost::AsTakenIn(image);
-  const cv::Size size = m_session->Judge().WorkingSize();
-  if (frame.size() != size) cv::resize(frame, frame, size);
-  const int compared = static_cast<int>(places.size());
-  if (search(frame.clone(), std::move(places))) m_searched += compared;
-}
-
-// The placed frames' corners by their distance from where the camera probably is.
-std::vector<KnownPlace> RunDesk::NearestPlaces(int from, int count) const {
-  const cv::Mat mosaic = m_session->Stitcher().GetMosaic();
-  if (mosaic.empty()) return {};
-  const cv::Size size = m_session->Judge().WorkingSize();
-  std::vector<cv::Point> places;
-  for (const QPoint& corner : m_report.path) {
-    const cv::Point place(corner.x(), corner.y());
-    const bool isNew = std::none_of(places.begin(), places.end(), [&](const cv::Point& other) {
-      return std::abs(place.x - other.x) < kPlacesApart * size.width &&
-             std::abs(place.y - other.y) < kPlacesApart * size.height;
-    });
-    if (isNew) places.push_back(place);
-  }
-  const auto distance = [this](const cv::Point& place) {
-    return std::hypot(place.x - m_place.x, place.y - m_place.y);
-  };
-  std::sort(places.begin(), places.end(),
-            [&](const cv::Point& a, const cv::Point& b) { return distance(a) < distance(b); });
-  std::vector<KnownPlace> known;
-  for (int i = from; i < std::min(from + count, static_cast<int>(places.size())); ++i) {
-    const cv::Point place = places[static_cast<std::size_t>(i)];
-    known.push_back({place, mosaic(cv::Rect(place + m_session->Judge().Origin(), size)).clone()});
-  }
-  return known;
+  m_lost.Follow(m_report.state == LiveState::kLost || m_report.state == LiveState::kTooFar);
+  if (!findsLost || !search || !m_lost.IsLost()) return;
+  const jqhost::FrameJudge& judge = m_session->Judge();
+  m_lost.Look(image,
+              {m_session->Stitcher().GetMosaic(), judge.Origin(), judge.WorkingSize(),
+               m_report.path, m_place},
+              search);
 }
 
 void RunDesk::GoOnAt(cv::Point place) {
-  if (m_report.phase != RunPhase::kRunning || m_lostFrames == 0 || !ContinueAt(place)) return;
-  m_lostFrames = m_searched = 0;
+  if (m_report.phase != RunPhase::kRunning || !m_lost.IsLost() || !ContinueAt(place)) return;
+  m_lost.Clear();
   Tell(DeskWords::tr("Found: the run goes on from an earlier place"));
 }
 

@@ -5,6 +5,7 @@
 #include <QPoint>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 #include <cstdint>
 #include <map>
@@ -22,6 +23,18 @@ enum class RunPhase {
   kPaused,
   kStopped,  ///< by the person
   kEnded,    ///< the source has come to its end
+  kBatch,    ///< files are being stitched as a batch
+};
+
+/// How far a batch of files is.
+struct BatchReport {
+  int files = 0;      ///< that were asked for; 0 before that is known
+  int stitching = 0;  ///< of these, the usable ones; 0 while they are looked at
+  int done = 0;       ///< of the usable ones
+  bool stopped = false;
+  QString problem;       ///< why there is no picture; empty: there is one
+  QStringList leftOut;   ///< names and reasons
+  QStringList doubtful;  ///< names of placed files whose place is doubtful
 };
 
 /// All that a window shows of a run, as values: made on the stitching thread, one after
@@ -44,6 +57,7 @@ struct RunReport {
   QVector<QPoint> path;  ///< corners of the placed frames, in their order
   QRect lastPlaced;      ///< the frame placed last
   QRect bounds;          ///< of all placed frames
+  QRect canvas;          ///< the whole mosaic, with the empty room that it grows into
   QSize frameSize;       ///< at the working scale
   int detectLevel = 1;
   int stitched = 0;  ///< frames handed to the stitcher
@@ -51,6 +65,7 @@ struct RunReport {
   int dropped = 0;
   double framesPerSecond = 0.0;
   std::int64_t mosaicBytes = 0;
+  std::int64_t mostMemory = 0;  ///< bytes of the mosaic at most; 0: no limit was set
   bool outOfMemory = false;
 
   int undoSteps = 0;  ///< placed frames and places gone on from that can be taken back
@@ -59,6 +74,8 @@ struct RunReport {
   bool hasDrift = false;
   double drift = 0.0;           ///< pixels
   QVector<float> driftHistory;  ///< the latest of this run, oldest first
+
+  std::optional<BatchReport> batch;  ///< of a run that is one
 
   QString journalProblem;  ///< why the run is not recorded any more; empty: all is well
 

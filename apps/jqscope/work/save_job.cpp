@@ -1,6 +1,7 @@
 #include "work/save_job.h"
 
 #include <exception>
+#include <utility>
 
 #include "host/output/save_picture.h"
 
@@ -35,6 +36,8 @@ void SaveJob::Run(Snapshot snapshot) {
   } catch (const std::exception& error) {
     saved.problem = error.what();
   }
+  // Whoever hears of the end may write into the pixels again.
+  snapshot = Snapshot();
   Q_EMIT done(QString::fromLocal8Bit(saved.path.c_str()),
               QString::fromLocal8Bit(saved.problem.c_str()));
 }

@@ -7,7 +7,7 @@
 
 #include "host/output/save_options.h"
 #include "host/run/stop_token.h"
-#include "work/run_desk.h"
+#include "work/snapshot.h"
 
 namespace jqscope {
 
@@ -28,6 +28,8 @@ class SaveJob : public QObject {
 
   /// To be called once, from any thread.
   void Start(Snapshot snapshot);
+  /// The same where there is nothing to save. @param problem why
+  void Fail(const QString& problem) { Q_EMIT done(QString(), problem); }
   const SaveOrder& Order() const { return m_order; }
   /// Ends the saving soon; an earlier file of that name stays as it was.
   void Cancel() { m_stop.Request(); }

@@ -1,6 +1,7 @@
 #include "work/session.h"
 
 #include <exception>
+#include <utility>
 
 namespace jqscope {
 
@@ -12,6 +13,7 @@ Session::Session(QObject* parent) : QObject(parent) {
 
 Session::~Session() {
   m_stop.Request();
+  m_batchStop->Request();
   // Captures put frames into the thread's inbox, so they end before it.
   qDeleteAll(findChildren<Capture*>(QString(), Qt::FindDirectChildrenOnly));
 }
@@ -19,6 +21,7 @@ Session::~Session() {
 void Session::SetSource(const SourceChoice& choice) {
   if (m_capture != nullptr) m_capture->Retire();
   m_capture = nullptr;
+  m_batchStop->Request();
   m_choice = choice;
   const bool live = choice.IsLive();
   m_thread.Post([live](RunDesk& desk) {
@@ -33,6 +36,8 @@ void Session::OpenCapture(const SourceChoice& choice) {
   m_capture->setParent(this);
   connect(m_capture, &Capture::opened, this, &Session::sourceOpened);
   connect(m_capture, &Capture::failed, this, &Session::sourceFailed);
+  connect(m_capture, &Capture::lightHeld, this, &Session::lightHeld);
+  m_capture->HoldLight(m_holdLight && choice.IsLive());
   m_capture->Start();
 }
 
@@ -41,6 +46,13 @@ void Session::Start(const RunSettings& settings, JournalEnd earlier) {
   m_thread.Frames().ResetDropped();
   m_thread.Post([settings, earlier](RunDesk& desk) { desk.Start(settings, earlier); });
   if (!m_choice.IsLive()) OpenCapture(m_choice);
+}
+
+void Session::StitchFiles(const jqhost::PreparationSettings& preparation, JournalEnd earlier) {
+  if (m_capture != nullptr) m_capture->Retire();
+  m_batchStop = std::make_shared<jqhost::StopToken>();
+  const BatchOrder order{m_choice.paths, preparation, m_batchStop};
+  m_thread.Post([order, earlier](RunDesk& desk) { desk.StitchFiles(order, earlier); });
 }
 
 void Session::LookForLeftRun(const std::string& shelf) {
@@ -52,12 +64,12 @@ void Session::LookForLeftRun(const std::string& shelf) {
   });
 }
 
-void Session::TakeUp(const LeftRun& left) {
+void Session::TakeUp(const LeftRun& left, std::int64_t mostMemory) {
   m_thread.Frames().ResetDropped();
-  m_thread.Post([this, left](RunDesk& desk) {
+  m_thread.Post([this, left, mostMemory](RunDesk& desk) {
     QString problem;
     try {
-      desk.TakeUp(left, m_stop, [&](int done) { Q_EMIT takingUp(done, left.frames); });
+      desk.TakeUp(left, mostMemory, m_stop, [&](int done) { Q_EMIT takingUp(done, left.frames); });
     } catch (const std::exception& error) {
       problem = QString::fromLocal8Bit(error.what());
     }
@@ -75,11 +87,17 @@ void Session::ThrowAway(const LeftRun& left, const std::string& shelf) {
   LookForLeftRun(shelf);
 }
 
+void Session::HoldLight(bool hold) {
+  m_holdLight = hold;
+  if (m_capture != nullptr && m_choice.IsLive()) m_capture->HoldLight(hold);
+}
+
 void Session::Pause(bool pause) {
   m_thread.Post([pause](RunDesk& desk) { desk.Pause(pause); });
 }
 
 void Session::Stop() {
+  m_batchStop->Request();
   m_thread.Post([](RunDesk& desk) { desk.Stop(); });
 }
 
@@ -97,7 +115,15 @@ void Session::Save(const SaveOrder& order) {
     Q_EMIT saved(path, problem);
   });
   connect(job, &SaveJob::progressed, this, &Session::saveProgressed);
-  m_thread.Post([job](RunDesk& desk) { job->Start(desk.TakeSnapshot(job->Order().trim)); });
+  m_thread.Post([job](RunDesk& desk) {
+    Snapshot snapshot;
+    try {
+      snapshot = desk.TakeSnapshot(job->Order().trim);
+    } catch (const std::exception& error) {
+      return job->Fail(QString::fromLocal8Bit(error.what()));
+    }
+    job->Start(std::move(snapshot));
+  });
 }
 
 }  // namespace jqscope

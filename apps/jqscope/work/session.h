@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <memory>
 
 #include "source/capture.h"
 #include "view/tile_pyramid.h"
@@ -28,13 +29,19 @@ class Session : public QObject {
   /// Begins a run, from the source's first frame where it has one.
   /// @param earlier what becomes of the earlier run's journal
   void Start(const RunSettings& settings, JournalEnd earlier);
+  /// Stitches the files of the source that was set as a batch.
+  void StitchFiles(const jqhost::PreparationSettings& preparation, JournalEnd earlier);
   /// Looks for a run that a crash has left; `leftRunFound` comes where there is one.
   void LookForLeftRun(const std::string& shelf);
   /// Takes it up again, with the source that was set; `takenUp` tells when that is done.
-  void TakeUp(const LeftRun& left);
+  /// @param mostMemory as in `RunSettings`
+  void TakeUp(const LeftRun& left, std::int64_t mostMemory);
   /// Removes its journal and looks for another one.
   void ThrowAway(const LeftRun& left, const std::string& shelf);
+  /// Asks the camera, and those chosen later, to hold exposure and white balance.
+  void HoldLight(bool hold);
   void Pause(bool pause);
+  /// Ends the run, or the batch after the file in hand.
   void Stop();
   /// Saves what is placed when the frame in hand is done; the run goes on.
   void Save(const SaveOrder& order);
@@ -54,6 +61,8 @@ class Session : public QObject {
   void tilesCame();
   void sourceOpened();
   void sourceFailed(const QString& why, bool retrying);
+  /// @param obeyed false: the camera cannot do that
+  void lightHeld(bool hold, bool obeyed);
   /// @param path what was written, empty when nothing was; @param problem what to tell
   void saved(const QString& path, const QString& problem);
   void saveProgressed(int percent);
@@ -70,8 +79,10 @@ class Session : public QObject {
   Stage m_stage;
   SourceChoice m_choice;
   int m_saving = 0;
+  bool m_holdLight = false;
   QPointer<Capture> m_capture;
-  jqhost::StopToken m_stop;        // of taking a run up
+  jqhost::StopToken m_stop;  // of taking a run up
+  std::shared_ptr<jqhost::StopToken> m_batchStop = std::make_shared<jqhost::StopToken>();
   StitchThread m_thread{m_tiles};  // last: it ends first
 };
 

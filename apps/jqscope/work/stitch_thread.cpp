@@ -15,6 +15,7 @@ StitchThread::StitchThread(TilePyramid& tiles) : m_desk(tiles) {
                     });
     return true;
   };
+  m_desk.onProgress = [this] { Publish(); };
   m_thread = std::thread([this] { Run(); });
 }
 
