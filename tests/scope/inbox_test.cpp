@@ -62,5 +62,20 @@ TEST(InboxTest, NothingOfADismissedSourceComesIn) {
   EXPECT_FALSE(inbox.Next(true).has_value());
 }
 
+TEST(InboxTest, WhatWasAskedForBeforeTheEndIsStillDone) {
+  Inbox inbox;
+  const jqhost::StopToken stop;
+  int done = 0;
+  inbox.Put(Frame(1), Inbox::WhenFull::kReplace, stop);
+  inbox.Post([&] { ++done; });
+  inbox.Post([&] { ++done; });
+  inbox.Close();
+  while (const std::optional<Inbox::Item> item = inbox.Next(true)) {
+    ASSERT_TRUE(item->task);
+    item->task();
+  }
+  EXPECT_EQ(done, 2);
+}
+
 }  // namespace
 }  // namespace jqscope

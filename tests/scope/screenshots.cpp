@@ -4,10 +4,16 @@
 // usage: scope_screenshots FOLDER [WIDTHxHEIGHT] [light|dark]
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
+#include <opencv2/imgcodecs.hpp>
 
+#include "host/simulate/slide.h"
 #include "scope/session_driver.h"
+#include "window/camera_dialog.h"
+#include "window/settings_dialog.h"
 
 namespace {
 
@@ -22,12 +28,49 @@ class Studio {
     m_suffix = QString("%1-%2").arg(size.width()).arg(theme);
   }
 
-  bool Take(const QString& name) {
+  bool Take(const QString& name) { return Take(name, m_driver->Window()); }
+
+  bool Take(const QString& name, QWidget& widget) {
     QTest::qWait(60);
     const QString path = m_folder + "/" + name + "-" + m_suffix + ".png";
-    const bool saved = m_driver->Window().grab().save(path);
+    const bool saved = widget.grab().save(path);
     std::printf("%s%s\n", qPrintable(path), saved ? "" : ": cannot be written");
     return saved;
+  }
+
+  // A row of files with one of another size and one that is no picture.
+  bool TakeBatch() {
+    const QTemporaryDir files;
+    const cv::Mat slide = jqhost::PaintSlide(cv::Size(2400, 1200), 3);
+    QStringList paths;
+    for (int i = 1; i <= 12; ++i) {
+      paths << files.filePath(QString("section %1.png").arg(i));
+      const cv::Size size = i == 5 ? cv::Size(600, 400) : cv::Size(640, 480);
+      cv::imwrite(paths.last().toStdString(),
+                  slide(cv::Rect(cv::Point(100 + 130 * i, 30 * i), size)));
+    }
+    QFile text(paths[8]);
+    if (!text.open(QIODevice::WriteOnly) || text.write("no picture") < 0) return false;
+    text.close();
+    m_driver->Window().StitchFiles(paths);
+    const bool done = QTest::qWaitFor(
+        [this] {
+          return m_driver->Report().batch && m_driver->Report().phase == jqscope::RunPhase::kEnded;
+        },
+        60000);
+    return Take("batch") && done;
+  }
+
+  bool TakeDialogs() {
+    jqscope::Preferences preferences;
+    preferences.objectives = {{"4×", 1.625}, {"10×", 0.65}};
+    jqscope::SettingsDialog settings(preferences, &m_driver->Window());
+    settings.show();
+    jqscope::CameraDialog camera(QString(), &m_driver->Window());
+    QTest::qWait(300);
+    camera.Offer({{{0, "Microscope camera", {{cv::Size(2592, 1944), 7.5}}}}, {}});
+    camera.show();
+    return Take("settings", settings) && Take("camera", camera);
   }
 
   bool TakeAll() {
@@ -54,7 +97,7 @@ class Studio {
     d.Key(Qt::Key_F);
     d.Key(Qt::Key_Space);
     good = Take("paused") && good;
-    return good;
+    return TakeBatch() && TakeDialogs() && good;
   }
 
  private:

@@ -122,6 +122,26 @@ TEST(TilePyramidTest, StaysWithinItsMemoryAndBringsBackWhatIsWanted) {
   ExpectPixel(tiles, mosaic, cv::Point(), 1, 255, 255);
 }
 
+// A whole mosaic at once, as after a crash or of a batch: in blocks, also across their edges,
+// and wider than a picture of the toolkit can be.
+TEST(TilePyramidTest, TakesOverAMosaicThatIsLargerThanABlock) {
+  const cv::Mat pattern = Scene(cv::Size(997, 70), 11);
+  cv::Mat mosaic(70, 34000, CV_8UC3);
+  for (int x = 0; x < mosaic.cols; x += pattern.cols) {
+    const int columns = std::min(pattern.cols, mosaic.cols - x);
+    pattern.colRange(0, columns).copyTo(mosaic.colRange(x, x + columns));
+  }
+  const cv::Point origin(5001, 13);
+  TilePyramid tiles;
+  tiles.Paint(mosaic, origin, cv::Rect(-origin, mosaic.size()));
+  for (const int x : {-5001, -905, -904, 3190, 3191, 3192, 28997, 28998}) {
+    for (int level = 0; level < 9; ++level) {
+      ExpectPixel(tiles, mosaic, origin, level, x >> level, 20 >> level);
+      if (HasFatalFailure()) return;
+    }
+  }
+}
+
 TEST(ReducePixelsTest, EmptyGroundDoesNotMixIntoTheEdge) {
   cv::Mat edge(2, 2, CV_8UC3, cv::Scalar());
   edge.at<cv::Vec3b>(0, 0) = cv::Vec3b(200, 100, 40);
