@@ -26,7 +26,7 @@ set -euo pipefail
 qt=5
 list=
 packages=(g++ cmake ninja-build pkg-config libopencv-dev libhwy-dev libgtest-dev
-  libbenchmark-dev libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev)
+  libbenchmark-dev libcli11-dev libeigen3-dev libpng-dev libtiff-dev nlohmann-json3-dev)
 while [ $# -gt 0 ]; do
   case "$1" in
     --qt) qt=${2:-}; shift 2 || shift ;;

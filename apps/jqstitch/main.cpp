@@ -11,6 +11,7 @@
 #include <opencv2/core/version.hpp>
 #include <string>
 
+#include "assemble/assemble_command.h"
 #include "batch/batch_command.h"
 #include "exit_codes.h"
 #include "flat/flat_command.h"
@@ -28,6 +29,7 @@ constexpr char kVersionText[] =
 
 constexpr char kExamples[] = R"(Examples:
   jqstitch batch scans/ -o mosaic.png
+  jqstitch assemble tiles/ -o mosaic.png
   jqstitch live frames/ -o mosaic.png --report report.html
   jqstitch simulate -o slide/ && jqstitch live slide/ -o mosaic.png --truth slide/truth.csv
   jqstitch inspect a.png b.png -o pair.png
@@ -102,6 +104,7 @@ int Run(int argc, char** argv) {
 
   int exitCode = jqstitch::kExitOk;
   jqstitch::AddBatchCommand(app, exitCode);
+  jqstitch::AddAssembleCommand(app, exitCode);
   jqstitch::AddLiveCommand(app, exitCode);
   jqstitch::AddSimulateCommand(app, exitCode);
   jqstitch::AddInspectCommand(app, exitCode);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "host/assemble/assembly_json.h"
 #include "host/record/run_track.h"
 
 using nlohmann::json;
@@ -120,6 +121,7 @@ json OutcomeJson(const RunRecord& record) {
     }
   }
   if (record.truth) result["truth"] = TruthJson(*record.truth);
+  if (record.assembly) result["assembly"] = AssemblySummaryJson(*record.assembly);
   return result;
 }
 
@@ -148,6 +150,7 @@ json ReportJson(const RunRecord& record, const Words& words) {
     }
   }
   report["list"] = std::move(frames);
+  if (record.assembly) report["assembly"] = AssemblyJson(*record.assembly);
   if (record.live) {
     json losses = json::array();
     for (const Loss& loss : FindLosses(record.frames)) {

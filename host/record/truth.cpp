@@ -45,14 +45,14 @@ void Summarize(std::vector<double> values, double& median, double& maximum) {
 
 }  // namespace
 
-Truth Truth::Read(const std::string& path) {
+Truth Truth::Read(const std::string& path, const std::string& what) {
   std::error_code error;
   if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
-    throw InputError("cannot read the truth '" + path + "': it is not a plain file");
+    throw InputError("cannot read the " + what + " '" + path + "': it is not a plain file");
   }
   std::ifstream stream(path);
   if (!stream) {
-    throw InputError("cannot read the truth '" + path +
+    throw InputError("cannot read the " + what + " '" + path +
                      "': " + std::error_code(errno, std::generic_category()).message());
   }
   Truth truth;
@@ -66,13 +66,13 @@ Truth Truth::Read(const std::string& path) {
     const bool split = SplitLine(line, name, x, y);
     if (!split || !ParseNumber(x, corner.x) || !ParseNumber(y, corner.y)) {
       if (row == 1) continue;  // the header
-      throw InputError("the truth '" + path + "', line " + std::to_string(row) +
+      throw InputError("the " + what + " '" + path + "', line " + std::to_string(row) +
                        ": not of the form file,x,y");
     }
     truth.m_byNumber[++number] = corner;
     truth.m_byName[fs::path(name).filename().string()] = corner;
   }
-  if (number == 0) throw InputError("the truth '" + path + "' holds no lines file,x,y");
+  if (number == 0) throw InputError("the " + what + " '" + path + "' holds no lines file,x,y");
   return truth;
 }
 

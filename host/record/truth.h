@@ -15,7 +15,8 @@ class Truth {
  public:
   /// Reads lines of "file,x,y" (the header may call the first column "frame" or
   /// "number"). Raises `InputError` with the line that is wrong.
-  static Truth Read(const std::string& path);
+  /// @param what the file is called in such a text
+  static Truth Read(const std::string& path, const std::string& what = "truth");
 
   /// By file name, else by the frame's number in its source. False if unknown.
   bool Find(const FrameResult& frame, cv::Point2d& corner) const;

@@ -92,7 +92,9 @@ std::string FrameListText(const RunRecord& record) {
   for (std::size_t i = 0; i < names.size();) {
     const FrameResult& first = record.frames[i];
     std::size_t end = i + 1;
-    while ((many || !first.Placed()) && end < names.size() &&
+    // Those that nothing connects each have a best pair to tell.
+    const bool alone = first.cause == Cause::kNotConnected && !many;
+    while ((many || !first.Placed()) && !alone && end < names.size() &&
            record.frames[end].cause == first.cause &&
            record.frames[end].Doubtful() == first.Doubtful()) {
       ++end;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "words/assembly_words.h"
 #include "words/numbers.h"
 #include "words/overlap_words.h"
 
@@ -67,7 +68,7 @@ std::string ReasonText(const RunRecord& record, const FrameResult& frame) {
     case Cause::kTakenBack:
       return "taken back, doubtful: " + DoubtText(*frame.doubt);
     case Cause::kNotConnected:
-      return "nothing that can be trusted connects it with the picture";
+      return UnconnectedReason(record, frame);
     case Cause::kFailed:
       return "stitching it failed: " + frame.detail;
     case Cause::kNotReached:
