@@ -20,7 +20,7 @@ using jqhost::Cause;
 using jqhost::FrameResult;
 using Strings = std::vector<std::string>;
 
-const cv::Size kFrame(240, 180);
+const cv::Size kFrame(400, 300);
 
 struct Outcome {
   bool read = false;
@@ -64,10 +64,10 @@ Outcome Assemble(const Strings& files, int threads = 2, bool skipBad = false) {
   return outcome;
 }
 
-// 3 x 3 frames that overlap by a third, row by row.
+// 3 x 3 frames that overlap by two fifths, row by row.
 std::vector<cv::Point> Grid() {
   std::vector<cv::Point> corners;
-  for (int i = 0; i < 9; ++i) corners.emplace_back(i % 3 * 160 + i % 2 * 3, i / 3 * 120 + i % 3);
+  for (int i = 0; i < 9; ++i) corners.emplace_back(i % 3 * 240 + i % 2 * 3, i / 3 * 180 + i % 3);
   return corners;
 }
 
@@ -117,7 +117,7 @@ TEST_F(AssemblySessionTest, WhatShowsNothingOfTheSceneIsLeftOut) {
   Strings files = m_files;
   const std::string black = Write("black.png", cv::Mat::zeros(kFrame, CV_8UC3));
   const std::string white = Write("white.png", cv::Mat(kFrame, CV_8UC3, cv::Scalar::all(255)));
-  const std::string far = Write("far.png", scene({1300, 1000, kFrame.width, kFrame.height}));
+  const std::string far = Write("far.png", scene({1100, 850, kFrame.width, kFrame.height}));
   files.insert(files.begin(), {black, far, white});
   files.push_back(m_files[4]);  // the same once more
   const Outcome outcome = Assemble(files);
