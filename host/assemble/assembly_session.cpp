@@ -15,8 +15,9 @@
 namespace jqhost {
 namespace {
 
-// A period is told apart by less than half of it.
-constexpr double kPeriodShare = 0.4;
+// A hint tells periods apart by less than half of one, and what is known of a period can be
+// twice the true one.
+constexpr double kPeriodShare = 0.2;
 
 // The size of most frames; the first of equals.
 cv::Size SizeOfMost(const std::vector<SetFrame>& frames) {
@@ -125,7 +126,10 @@ void AssemblySession::Assemble() {
     m_assembly.stopped = m_stop.Requested();
     links.clear();
     for (const FramePair& pair : pairs) links.push_back(MakeLink(pair));
-    places = HoldTogether(frames.size(), m_workingSize, links);
+    places = HoldTogether(frames.size(), m_workingSize, links,
+                          [&](std::size_t a, std::size_t b, cv::Point2d shift) {
+                            return comparison.LookAt(a, b, shift);
+                          });
     next = choice.Next(places);
   } while (!next.empty() && !m_assembly.stopped);
   Conclude(m_usable, places, links, std::move(pairs), m_workingSize, m_assembly);

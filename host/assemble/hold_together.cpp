@@ -5,8 +5,6 @@
 #include <map>
 #include <utility>
 
-#include "host/assemble/loops.h"
-
 namespace jqhost {
 namespace {
 
@@ -120,12 +118,13 @@ bool UseWhatAgrees(const Places& places, std::vector<Link>& links) {
 
 }  // namespace
 
-Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links) {
+Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links,
+                    const LookAtSide& look) {
   for (Link& link : links) {
     const bool predicted = link.expected && link.grade != LinkGrade::kWorthless;
     if (link.grade == LinkGrade::kSound || predicted) link.state = LinkState::kUsed;
   }
-  ThrowOutLoopBreakers(frames, links);
+  ThrowOutLoopBreakers(frames, links, look);
   Places places = PlaceConsistently(frames, links);
   while (IslandJoiner(places, frame, links).Join()) places = PlaceConsistently(frames, links);
   if (UseWhatAgrees(places, links)) places = PlaceConsistently(frames, links);

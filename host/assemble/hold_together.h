@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "host/assemble/loops.h"
 #include "host/assemble/place_frames.h"
 
 namespace jqhost {
@@ -21,7 +22,8 @@ namespace jqhost {
 /// repeats itself is placed by others or not at all. The order of links that are equally
 /// strong decides nothing but which of them is blamed first.
 /// @param frame size of a frame
-Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links);
+Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links,
+                    const LookAtSide& look = {});
 
 }  // namespace jqhost
 

@@ -14,8 +14,8 @@ constexpr std::size_t kNoLink = std::numeric_limits<std::size_t>::max();
 
 class LoopFinder {
  public:
-  LoopFinder(std::size_t frames, const std::vector<Link>& links)
-      : m_links(links), m_of(UsedLinksOf(frames, links)) {
+  LoopFinder(std::size_t frames, const std::vector<Link>& links, const LookAtSide& look)
+      : m_links(links), m_look(look), m_of(UsedLinksOf(frames, links)) {
     for (std::size_t i = 0; i < links.size(); ++i) {
       if (links[i].state == LinkState::kUsed) m_between[Key(links[i].first, links[i].second)] = i;
     }
@@ -25,6 +25,7 @@ class LoopFinder {
     for (std::size_t frame = 0; frame < m_of.size(); ++frame) {
       AddTriangles(frame);
       AddSquares(frame);
+      if (m_look) AddSides(frame);
     }
     return m_loops;
   }
@@ -77,6 +78,25 @@ class LoopFinder {
     }
   }
 
+  // The two ends of every two links that meet in this frame.
+  void AddSides(std::size_t middle) {
+    const std::vector<std::size_t>& links = m_of[middle];
+    for (std::size_t i = 0; i < links.size(); ++i) {
+      for (std::size_t k = i + 1; k < links.size(); ++k) {
+        const Link &one = m_links[links[i]], &other = m_links[links[k]];
+        const bool inOrder = one.Other(middle) < other.Other(middle);
+        const Link &first = inOrder ? one : other, &second = inOrder ? other : one;
+        const std::size_t a = first.Other(middle), b = second.Other(middle);
+        if (Between(a, b) != kNoLink) continue;
+        const SideView view = m_look(a, b, second.From(middle) - first.From(middle));
+        if (view == SideView::kSaysNothing) continue;
+        const double error =
+            view == SideView::kAgrees ? 0.0 : std::numeric_limits<double>::infinity();
+        m_loops.push_back({{links[i], links[k], kNoLink, kNoLink}, 2, error});
+      }
+    }
+  }
+
   void Add(const std::array<std::size_t, 4>& links, int length, std::size_t start) {
     cv::Point2d end;
     std::size_t frame = start;
@@ -89,6 +109,7 @@ class LoopFinder {
   }
 
   const std::vector<Link>& m_links;
+  const LookAtSide& m_look;
   std::vector<std::vector<std::size_t>> m_of;
   std::map<std::pair<std::size_t, std::size_t>, std::size_t> m_between;
   std::vector<Loop> m_loops;
@@ -106,8 +127,8 @@ struct LoopStanding {
 
 class LoopRecord {
  public:
-  LoopRecord(std::size_t frames, std::vector<Link>& links)
-      : m_links(links), m_loops(FindLoops(frames, links)), m_standings(links.size()) {
+  LoopRecord(std::size_t frames, std::vector<Link>& links, const LookAtSide& look)
+      : m_links(links), m_loops(FindLoops(frames, links, look)), m_standings(links.size()) {
     for (std::size_t i = 0; i < m_loops.size(); ++i) {
       for (int k = 0; k < m_loops[i].length; ++k) {
         LoopStanding& standing = m_standings[m_loops[i].links[static_cast<std::size_t>(k)]];
@@ -180,16 +201,17 @@ class LoopRecord {
 
 }  // namespace
 
-std::vector<Loop> FindLoops(std::size_t frames, const std::vector<Link>& links) {
-  return LoopFinder(frames, links).Find();
+std::vector<Loop> FindLoops(std::size_t frames, const std::vector<Link>& links,
+                            const LookAtSide& look) {
+  return LoopFinder(frames, links, look).Find();
 }
 
-int ThrowOutLoopBreakers(std::size_t frames, std::vector<Link>& links) {
+int ThrowOutLoopBreakers(std::size_t frames, std::vector<Link>& links, const LookAtSide& look) {
   std::vector<double> blamed(links.size(), 0.0);
   int thrown = 0;
   for (;;) {
     // A link that goes no longer cuts loops of four into two, so these come to light.
-    LoopRecord record(frames, links);
+    LoopRecord record(frames, links, look);
     const int now = record.ThrowOutWeakest(blamed);
     if (now == 0) return thrown + record.ThrowOutGuesses(blamed);
     thrown += now;

@@ -1,5 +1,7 @@
 #include "host/assemble/pair_comparison.h"
 
+#include <cmath>
+
 #include "host/assemble/pair_grade.h"
 #include "host/assemble/work_pool.h"
 
@@ -7,6 +9,9 @@ namespace jqhost {
 namespace {
 
 constexpr std::size_t kMostKeptViews = 400;
+constexpr double kLeastSideOverlap = 0.2;
+// The doubt takes the best agreement within 4 pixels.
+constexpr int kSameShift = 4;
 
 }  // namespace
 
@@ -49,7 +54,26 @@ FramePair PairComparison::CompareOne(JQStitchingAlgorithm& engine, const PairToC
 }
 
 PlacementDoubt PairComparison::Judge(const FramePair& pair) {
-  return JudgePlacement(*ViewOf(pair.first), *ViewOf(pair.second), pair.shift);
+  const double share = static_cast<double>(pair.matches) / pair.matched;
+  return JudgePlacement(*ViewOf(pair.first), *ViewOf(pair.second), pair.shift, share);
+}
+
+SideView PairComparison::LookAt(std::size_t first, std::size_t second, cv::Point2d shift) {
+  const ReducedFrame& reduced = m_frames[first]->reduced;
+  const cv::Size frame = reduced.grey.size() * reduced.factor;
+  const double width = frame.width - std::abs(shift.x), height = frame.height - std::abs(shift.y);
+  if (width <= 0 || height <= 0 || width * height < kLeastSideOverlap * frame.area()) {
+    return SideView::kSaysNothing;
+  }
+  const int cellX = cvRound(shift.x / kSameShift), cellY = cvRound(shift.y / kSameShift);
+  const auto [known, fresh] =
+      m_lookedAt.try_emplace({first, second, cellX, cellY}, SideView::kSaysNothing);
+  if (!fresh) return known->second;
+  const PlacementDoubt doubt =
+      JudgePlacement(*ViewOf(first), *ViewOf(second), cv::Point(cellX, cellY) * kSameShift);
+  if (!doubt.doubtful) known->second = SideView::kAgrees;
+  if (doubt.reason == DoubtReason::kContradicted) known->second = SideView::kContradicts;
+  return known->second;
 }
 
 std::shared_ptr<const PlacementView> PairComparison::ViewOf(std::size_t frame) {

@@ -1,12 +1,15 @@
 #ifndef JQHOST_ASSEMBLE_PAIR_COMPARISON_H
 #define JQHOST_ASSEMBLE_PAIR_COMPARISON_H
 
+#include <map>
 #include <memory>
 #include <mutex>
+#include <tuple>
 #include <vector>
 
 #include "host/assemble/assembly.h"
 #include "host/assemble/frame_set.h"
+#include "host/assemble/loops.h"
 #include "host/assemble/pair_choice.h"
 
 namespace jqhost {
@@ -23,6 +26,10 @@ class PairComparison {
   std::vector<FramePair> Compare(const std::vector<PairToCompare>& pairs, const StopToken& stop,
                                  const std::function<void(std::size_t)>& progress);
 
+  /// Whether two frames agree with each other when the second is placed at this shift, as
+  /// the doubt sees it. Overlaps of less than a fifth of the frame say nothing.
+  SideView LookAt(std::size_t first, std::size_t second, cv::Point2d shift);
+
  private:
   FramePair CompareOne(JQStitchingAlgorithm& engine, const PairToCompare& pair);
   PlacementDoubt Judge(const FramePair& pair);
@@ -31,6 +38,8 @@ class PairComparison {
   const std::vector<const SetFrame*>& m_frames;
   const int m_threads;
   std::vector<JQStitchingAlgorithm> m_engines;
+  // Two frames and a shift, which many ways lead to within a pixel or two.
+  std::map<std::tuple<std::size_t, std::size_t, int, int>, SideView> m_lookedAt;
   // 1 MB each; of larger sets they are made anew for each pair.
   std::mutex m_viewsMutex;
   std::vector<std::shared_ptr<const PlacementView>> m_views;
