@@ -61,7 +61,16 @@ class Enough(Exception):
     pass
 
 
+def bytes_read():
+    with open("/proc/self/io") as file:
+        return int(file.readline().removeprefix("rchar:"))
+
+
 def test_a_progress_function_that_raises_stops_the_run(folder):
+    stitch_files(folder)
+    before = bytes_read()
+    stitch_files(folder)
+    whole = bytes_read() - before
     seen = []
 
     def progress(done, total, verdict):
@@ -72,6 +81,8 @@ def test_a_progress_function_that_raises_stops_the_run(folder):
     with pytest.raises(Enough, match="two are enough"):
         stitch_files(folder, progress=progress)
     assert seen == [1, 2]
+    # At least two of the six files of 90 kB were not read by the stitcher any more.
+    assert bytes_read() - before - whole < whole - 2 * 90000
     with pytest.raises(TypeError):
         stitch_files(folder, progress=lambda: None)
 

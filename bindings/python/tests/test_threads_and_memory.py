@@ -35,32 +35,39 @@ def test_threads_with_a_stitcher_each():
 
 
 def test_threads_on_one_stitcher_wait_for_each_other():
-    frames, _, _ = walk(8)
-    stitcher = Stitcher()
-    for frame in frames[:2]:
-        stitcher.add(frame)
-    done = threading.Event()
-    failures = []
+    # The last frame makes the mosaic grow, so that undoing and adding it moves the pixels.
+    frames, _, _ = walk(4)
+    stitcher = Stitcher(undo_depth=1)
+    for frame in frames:
+        assert stitcher.add(frame).placed
+    grown = stitcher.mosaic
+    assert stitcher.undo()
+    expected = {m.shape: m for m in (stitcher.mosaic, grown)}
+    assert len(expected) == 2
+    done, wrong, looks = threading.Event(), [], [0]
 
     def look():
         while not done.is_set():
-            view = stitcher.mosaic_view()
-            if not view[::9, ::9].any() or stitcher.placed_bounds is None:
-                failures.append(view.shape)
+            mosaic = stitcher.mosaic
+            if not np.array_equal(mosaic, expected.get(mosaic.shape)):
+                wrong.append(mosaic.shape)
+            stitcher.mosaic_view()
+            looks[0] += 1
 
     threads = [threading.Thread(target=look) for _ in range(2)]
     for thread in threads:
         thread.start()
-    for frame in frames[2:]:
-        assert stitcher.add(frame).placed
+    for _ in range(60):
+        assert stitcher.add(frames[-1]).placed and stitcher.undo()
     done.set()
     for thread in threads:
         thread.join()
-    assert not failures
+    assert looks[0] > 0 and not wrong
 
 
 def test_python_runs_on_during_work(tmp_path):
-    frames, _, _ = walk(2)
+    # NumPy lets go of the interpreter as well where it has to pack a frame.
+    frames = [np.ascontiguousarray(frame) for frame in walk(2)[0]]
     stitcher = Stitcher()
     stitcher.add(frames[0])
     counted, stop = [0], threading.Event()
