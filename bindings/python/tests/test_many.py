@@ -42,8 +42,7 @@ def test_results_summary_and_restart(tmp_path, capsys):
 
     # Everything is kept, wherever the folders are by now; what has changed is done anew.
     before = {path: path.stat().st_mtime_ns for path in out.glob("*/*")}
-    moved = [folder.rename(folder.with_name(f"{folder.name}").parent.parent / folder.name)
-             for folder in folders]
+    moved = [folder.rename(tmp_path / folder.name) for folder in folders]
     again = stitch_many(moved, out, workers=1)
     assert [o["state"] for o in again] == ["kept"] * 3
     assert {path: path.stat().st_mtime_ns for path in out.glob("*/*")} == before
@@ -51,6 +50,11 @@ def test_results_summary_and_restart(tmp_path, capsys):
     changed = stitch_many(moved, out, workers=1, options=Options())
     assert [o["state"] for o in changed] == ["finished", "kept", "kept"]
     assert changed[0]["placed"] == 3 and changed[0]["key"] != again[0]["key"]
+    # One sample of one file is enough.
+    last = moved[1] / "frame_004.ppm"
+    last.write_bytes(last.read_bytes()[:-1] + b"\x51")
+    (touched,) = stitch_many(moved[1], out, workers=1)
+    assert touched["state"] == "finished" and touched["key"] != again[1]["key"]
     other = stitch_many(moved[:1], out, workers=1, options=Options(background=(255, 255, 255)))
     assert other[0]["state"] == "finished" and other[0]["key"] != changed[0]["key"]
 

@@ -8,6 +8,7 @@ import signal
 import subprocess
 import sys
 import threading
+import time
 
 import pytest
 from plates import digests, make_runs, tree_digest
@@ -72,8 +73,10 @@ def test_a_stopped_pool_leaves_no_process(stub_workers, children):
     pool = LocalPool([{"folder": name} for name in ["a", "slow", "slow", "b"]], 2, timeout=None)
     seen = iter(pool)
     assert next(seen)[0] == 0
+    start = time.monotonic()
     pool.stop()
     assert not children()
+    assert time.monotonic() - start < 30, "the slow ones, which take a minute, were waited for"
 
 
 def test_results_do_not_depend_on_workers_that_are_killed(tmp_path, monkeypatch, children):
