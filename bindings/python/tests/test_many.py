@@ -7,12 +7,12 @@ import pytest
 from plates import HEIGHT, WIDTH, digests, make_runs, tree_digest
 
 from jqstitching import InputError, stitch_files
-from jqstitching.many import Options, find_runs, stitch_many
+from jqstitching.many import Options, Run, find_runs, stitch_many
 from jqstitching.many.__main__ import main
 from jqstitching.many.memory import WORKER_BYTES, fitting_workers, run_bytes
 
 
-def test_results_summary_and_restart(tmp_path, capsys):
+def test_results_summary_and_restart(tmp_path, capsys, monkeypatch):
     folders = make_runs(tmp_path / "plate", 3)
     (folders[2] / "frame_004.ppm").unlink()
     out = tmp_path / "out"
@@ -55,6 +55,9 @@ def test_results_summary_and_restart(tmp_path, capsys):
     last.write_bytes(last.read_bytes()[:-1] + b"\x51")
     (touched,) = stitch_many(moved[1], out, workers=1)
     assert touched["state"] == "finished" and touched["key"] != again[1]["key"]
+    monkeypatch.chdir(tmp_path)
+    (named,) = stitch_many([Run("well_001/")], "out", workers=1)
+    assert (named["state"], named["key"]) == ("kept", touched["key"])
     other = stitch_many(moved[:1], out, workers=1, options=Options(background=(255, 255, 255)))
     assert other[0]["state"] == "finished" and other[0]["key"] != changed[0]["key"]
 

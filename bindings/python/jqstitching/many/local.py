@@ -43,6 +43,12 @@ class LocalPool:
             thread.start()
         for _ in range(total):
             yield self._done.get()
+        self._join()
+
+    def _join(self):
+        for thread in self._threads:
+            if thread.is_alive():
+                thread.join()
 
     def stop(self):
         """Ends the workers at once; what they were doing comes to nothing."""
@@ -50,9 +56,7 @@ class LocalPool:
         self._waiting.clear()
         for worker in self._workers:
             worker.end()
-        for thread in self._threads:
-            if thread.is_alive():
-                thread.join()
+        self._join()
 
 
 def processors():

@@ -3,7 +3,7 @@
 import csv
 import dataclasses
 import os
-from typing import Optional, Tuple
+from typing import Iterable, List, Optional, Tuple, Union
 
 from .. import InputError
 
@@ -94,7 +94,9 @@ def read_list(path, options):
             yield Run(folder, dataclasses.replace(options, **changes))
 
 
-def find_runs(paths, options=Options()):
+def find_runs(
+    paths: Iterable[Union[str, "os.PathLike[str]"]], options: Options = Options()
+) -> List[Run]:
     """The runs that these folders and CSV files name, in their order."""
     runs = []
     for path in map(os.fspath, paths):

@@ -4,6 +4,7 @@ import dataclasses
 import os
 import shutil
 import uuid
+from typing import Any, Callable, Dict, Iterable, List, Optional, Union
 
 from .cluster import ClusterPool
 from .local import LocalPool, processors
@@ -12,12 +13,17 @@ from .runs import Options, Run, find_runs
 from .summary import write_summary
 from .work import PARTIAL
 
+Path = Union[str, "os.PathLike[str]"]
+Runs = Union[Path, Run, Iterable[Union[Path, Run]]]
+Outcome = Dict[str, Any]
+
 
 def as_runs(runs, options):
     found = []
     for run in [runs] if isinstance(runs, (str, os.PathLike, Run)) else runs:
         found.extend([run] if isinstance(run, Run) else find_runs([run], options))
-    return found
+    # Workers may have another folder at hand.
+    return [dataclasses.replace(run, folder=os.path.abspath(run.folder)) for run in found]
 
 
 def request_of(run, out, session):
@@ -31,8 +37,15 @@ def request_of(run, out, session):
 
 
 def stitch_many(
-    runs, out, *, client=None, workers=None, timeout=None, options=Options(), progress=None
-):
+    runs: Runs,
+    out: Path,
+    *,
+    client: Any = None,
+    workers: Optional[int] = None,
+    timeout: Optional[float] = None,
+    options: Options = Options(),
+    progress: Optional[Callable[[int, int, Run, Outcome], Any]] = None,
+) -> List[Outcome]:
     """Stitches runs, and writes `summary.csv` and `index.html` beside their results.
 
     runs: folders of pictures, CSV files that name them, and `Run`s.

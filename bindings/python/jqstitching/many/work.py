@@ -14,9 +14,9 @@ PARTIAL = ".partial"
 
 
 def write_json(path, document):
+    # Without indentation, which takes ten times as long.
     with open(path, "w", encoding="ascii") as file:
-        json.dump(document, file, indent=2, sort_keys=True)
-        file.write("\n")
+        file.write(json.dumps(document, sort_keys=True) + "\n")
 
 
 def flush(path):
