@@ -118,30 +118,52 @@ def test_results_do_not_depend_on_workers_that_are_killed(tmp_path, monkeypatch,
         assert not list((out / ".partial").iterdir())
 
 
-def test_ctrl_c_keeps_what_is_finished(tmp_path):
-    folders = make_runs(tmp_path / "plate", 40)
-    out = tmp_path / "out"
+def start_many(folders, out):
+    """The program with two workers, their processes, and what it told first."""
     program = subprocess.Popen(
         [sys.executable, "-m", "jqstitching.many", *map(str, folders), "-o", str(out),
          "--workers", "2"],
         stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
     first = program.stdout.readline()
     tasks = list(pathlib.Path(f"/proc/{program.pid}/task").iterdir())
-    workers = [pid for task in tasks for pid in (task / "children").read_text().split()]
+    workers = [int(pid) for task in tasks for pid in (task / "children").read_text().split()]
+    return program, workers, first
+
+
+def wait_until_ended(workers):
+    deadline = time.monotonic() + 60
+    while any(os.path.exists(f"/proc/{pid}") for pid in workers):
+        assert time.monotonic() < deadline, "workers go on without anybody to work for"
+        time.sleep(0.05)
+
+
+def test_ctrl_c_and_a_crash_keep_what_is_finished(tmp_path):
+    folders = make_runs(tmp_path / "plate", 40)
+    out = tmp_path / "out"
+    program, workers, first = start_many(folders, out)
     program.send_signal(signal.SIGINT)
     rest, errors = program.communicate(timeout=60)
     assert program.returncode == 130, rest + errors
     assert " 1/40 well_" in first and "what is finished is kept" in errors
     assert "Traceback" not in errors
-    assert workers and not any(os.path.exists(f"/proc/{pid}") for pid in workers)
+    assert len(workers) == 2 and not any(os.path.exists(f"/proc/{pid}") for pid in workers)
     summary = (out / "summary.csv").read_text()
     finished = summary.count(",finished,")
     assert finished >= 1 and summary.count(",not reached,") == 40 - finished > 0
-    assert len(list(out.glob("well_*/run.json"))) >= finished
+    assert finished <= len(list(out.glob("well_*/run.json"))) < 40
     assert not list((out / ".partial").iterdir())
+
+    # Killed, it can tidy nothing up.
+    program, workers, _ = start_many(folders[20:], out)
+    program.kill()
+    program.communicate(timeout=60)
+    wait_until_ended(workers)
     kept = len(list(out.glob("well_*/run.json")))
+    assert kept < 40
     outcomes = stitch_many(folders, out, workers=2)
     assert [o["state"] for o in outcomes].count("kept") == kept
+    assert digests(outcomes) == digests(stitch_many(folders, tmp_path / "one", workers=1))
+    assert tree_digest(out, "well_*") == tree_digest(tmp_path / "one", "well_*")
 
 
 def test_progress_that_raises_ends_the_workers(tmp_path, children):
