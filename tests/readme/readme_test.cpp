@@ -177,9 +177,9 @@ TEST(Readme, ItsExamplesOfTheCommandLineWork) {
     }
   }
   fs::current_path(before);
-  EXPECT_EQ(commands, 11);
-  for (const char* name :
-       {"live.png", "batch.png", "pair.png", "mosaic.ome.tif", "mosaic.png", "mask.png"}) {
+  EXPECT_EQ(commands, 12);
+  for (const char* name : {"live.png", "batch.png", "assembled.png", "pair.png", "mosaic.ome.tif",
+                           "mosaic.png", "mask.png"}) {
     EXPECT_FALSE(cv::imread(folder / name).empty()) << name;
   }
   EXPECT_TRUE(fs::exists(folder / "live.html"));
