@@ -6,7 +6,7 @@ import numpy as np
 import pytest
 from scenes import WIDTH, read_ppm, walk, write_frames, write_ppm
 
-from jqstitching import InputError, list_pictures, stitch_files
+from jqstitching import InputError, header_size, list_pictures, stitch_files
 
 
 @pytest.fixture
@@ -109,6 +109,13 @@ def test_paths_that_cannot_be_used(tmp_path):
         stitch_files(7)
     with pytest.raises(TypeError):
         stitch_files([3.5])
+
+
+def test_the_size_in_a_header(tmp_path, folder):
+    assert header_size(folder / "frame_001.ppm") == (200, 150)
+    (tmp_path / "text.ppm").write_text("no picture")
+    assert header_size(tmp_path / "text.ppm") is None
+    assert header_size(tmp_path / "nothing.ppm") is None
 
 
 def test_one_file_is_its_own_picture(folder):
