@@ -26,7 +26,7 @@ Counters::Counters(QWidget* parent) : QLabel(parent) {
 }
 
 void Counters::Show(const RunReport& report, double latency, std::size_t viewBytes) {
-  QString text = "<table cellspacing=1>";
+  QString text = "<table cellspacing=1 width='100%'>";
   text += Row(tr("Frames placed"), QString::number(report.Count(jqhost::Cause::kPlaced)));
   text +=
       Row(tr("Not yet far enough"), QString::number(report.Count(jqhost::Cause::kShiftTooSmall)));
@@ -39,9 +39,11 @@ void Counters::Show(const RunReport& report, double latency, std::size_t viewByt
   for (const auto& [word, count] : leftOut) {
     text += Row(tr("Left out, %1").arg(word), QString::number(count));
   }
-  text += Row(tr("Not taken in time"), QString::number(report.dropped));
-  text += Row(tr("Frames a second"), QString::number(report.framesPerSecond, 'f', 1));
-  text += Row(tr("Frame to screen"), QString::number(1000 * latency, 'f', 0) + " ms");
+  if (!report.batch) {
+    text += Row(tr("Not taken in time"), QString::number(report.dropped));
+    text += Row(tr("Frames a second"), QString::number(report.framesPerSecond, 'f', 1));
+    text += Row(tr("Frame to screen"), QString::number(1000 * latency, 'f', 0) + " ms");
+  }
   if (!report.bounds.isEmpty()) {
     text +=
         Row(tr("Picture"), tr("%1 × %2").arg(report.bounds.width()).arg(report.bounds.height()));

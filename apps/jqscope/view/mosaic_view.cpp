@@ -47,7 +47,7 @@ void MosaicView::Show(const RunReport& report) {
   const bool newPhase = report.phase != m_report.phase;
   const bool placed = report.path.size() != m_report.path.size();
   const QRectF before = m_transform.ToScreen(OverlayBounds(m_report));
-  m_unshown = m_unshown || report.taken != m_report.taken;
+  m_unshown = report.hasFrame && (m_unshown || report.taken != m_report.taken);
   m_report = report;
   bool moved = false;
   if (m_fitting && (grew || !m_everShown)) {

@@ -21,8 +21,10 @@ void DrawTag(QPainter& painter, QPointF at, const QString& text, const QColor& c
   font.setBold(true);
   painter.setFont(font);
   const QFontMetrics metrics(font);
-  const QRectF box(at.x(), at.y() - metrics.height() - 4, metrics.horizontalAdvance(text) + 12,
-                   metrics.height() + 4);
+  QRectF box(at.x(), at.y() - metrics.height() - 4, metrics.horizontalAdvance(text) + 12,
+             metrics.height() + 4);
+  // Inside the outline where there is no room above it.
+  if (box.top() < 0 && at.y() >= 0) box.moveTop(at.y());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colour);
   painter.drawRect(box);

@@ -165,6 +165,7 @@ void MainWindow::OnReport() {
   if (m_report.phase == RunPhase::kBatch) style.word = tr("batch");
   m_banner->Show(style, GuidanceFor(m_report));
   m_batchBar->Show(m_report);
+  m_coach->setVisible(!m_report.batch);
   m_coach->Show(CoachingFor(m_report));
   m_view->SetPixelSize(m_preferences.PixelSize() * m_report.detectLevel);
   m_view->Show(m_report);
