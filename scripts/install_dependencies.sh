@@ -5,7 +5,8 @@
 # usage: scripts/install_dependencies.sh [--qt 5|6] [--clang] [--ccache] [--format] [--tidy]
 #                                        [--fuzz] [--libvips] [--readers] [--aarch64]
 #                                        [--aravis] [--linguist] [--chroot] [--display]
-#                                        [--python] [--list]
+#                                        [--python] [--packages] [--package-checks] [--abi]
+#                                        [--list]
 #
 #   --clang    clang 14 beside GCC
 #   --ccache   the compiler cache, which the other scripts use where it is present
@@ -20,6 +21,9 @@
 #   --chroot   what makes a chroot of another Debian
 #   --display  a display in memory, for pictures of the window
 #   --python   what the Python module is built and tested with
+#   --packages what builds the Debian packages
+#   --package-checks  what checks them, and installs them into a clean Debian
+#   --abi      what compares binary interfaces
 #   --list     prints the packages instead of installing them
 set -euo pipefail
 
@@ -44,6 +48,10 @@ while [ $# -gt 0 ]; do
     --display) packages+=(xvfb xauth); shift ;;
     --python) packages+=(pybind11-dev python3-pybind11 python3-dev python3-numpy python3-pytest
       python3-distributed); shift ;;
+    --packages) packages+=(debhelper dpkg-dev git libvips-dev python3); shift ;;
+    --package-checks)
+      packages+=(appstream desktop-file-utils dpkg-dev lintian mmdebstrap); shift ;;
+    --abi) packages+=(abigail-tools git); shift ;;
     --list) list=1; shift ;;
     *) echo "unknown option: $1" >&2; exit 2 ;;
   esac
