@@ -6,6 +6,9 @@
 #
 #   --dir      where the packages go; build-packages when not given
 #   --install  installs them here as well
+#
+# Debug symbols, in packages of their own, are made with DEB_BUILD_OPTIONS= in the
+# environment; without that variable they are left out, which halves the time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -42,6 +45,7 @@ if command -v ccache >/dev/null; then
   CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)}
   export CCACHE_DIR CCACHE_BASEDIR=$source
 fi
+export DEB_BUILD_OPTIONS=${DEB_BUILD_OPTIONS-noddebs}
 dpkg-buildpackage --build=binary --unsigned-changes --unsigned-buildinfo >"$dir/build.log" 2>&1 ||
   { tail -60 "$dir/build.log"; exit 1; }
 

@@ -5,12 +5,7 @@ SCRIPT = '''\
 _{program}() {{
   local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD - 1]}}
   local command= words= word
-  for word in "${{COMP_WORDS[@]:1:COMP_CWORD - 1}}"; do
-    case $word in
-      {commands}) command=$word; break ;;
-    esac
-  done
-  case "$command $previous" in
+{find_command}  case "$command $previous" in
 {values}
     *)
       # What is neither an option nor a command is a file.
@@ -24,6 +19,14 @@ _{program}() {{
   [[ $current == -* || -n $words ]] || compopt +o default
 }}
 complete -o default -F _{program} {program}
+'''
+
+FIND_COMMAND = '''\
+  for word in "${{COMP_WORDS[@]:1:COMP_CWORD - 1}}"; do
+    case $word in
+      {commands}) command=$word; break ;;
+    esac
+  done
 '''
 
 
@@ -50,9 +53,10 @@ def bash_completion(page):
     parts = [('', page.commands + page.options, page.options)]
     parts += [(command.program.split()[-1], command.options, command.options)
               for command in page.command_helps]
+    commands = ' | '.join(entry.names[0] for entry in page.commands)
     return SCRIPT.format(
         program=page.program,
-        commands=' | '.join(entry.names[0] for entry in page.commands) or '""',
+        find_command=FIND_COMMAND.format(commands=commands) if commands else '',
         values='\n'.join(row for command, _, options in parts for row in value_rows(command, options)),
         options='\n'.join(option_row(command, entries) for command, entries, _ in parts),
-        or_command=' || -z $command' if page.commands else '')
+        or_command=' || -z $command' if commands else '')

@@ -12,6 +12,7 @@ from dataclasses import dataclass, field
 SECTIONS = {'Positionals': 'arguments', 'Arguments': 'arguments', 'Options': 'options',
             'Subcommands': 'commands'}
 TEXT_COLUMN = 30  # of the command line's descriptions
+FILES = ('FILE', 'DIR', 'FOLDER', 'SOURCE')
 NAME = r'--?[A-Za-z][A-Za-z-]*'
 
 
@@ -21,6 +22,7 @@ class Entry:
     names: list  # of an option: all its spellings, short ones first
     value: str  # what it takes, such as FILE or keep|drop; empty for a switch
     text: str
+    limits: str = ''  # of a number, such as '1 to 100'; empty where the text tells them
     required: bool = False
     repeatable: bool = False
     needs: str = ''  # another option
@@ -29,11 +31,14 @@ class Entry:
         """The words that the value can be, where the help lists them all."""
         if '|' in self.value:
             return self.value.split('|')
-        listed = re.search(r': ([a-z0-9-]+(?:, [a-z0-9-]+)+)$', self.text)
-        return listed[1].split(', ') if listed and self.value else []
+        listed = re.search(r'(?:^|: )((?:[a-z0-9-]+, )+(?:or )?[a-z0-9-]+(?: or [a-z0-9-]+)?)(?:$|[;,] )',
+                           self.text)
+        if not listed or not self.value or self.value in FILES:
+            return []
+        return re.split(', or | or |, ', listed[1])
 
     def takes_file(self):
-        return not self.choices() and self.value in ('FILE', 'DIR', 'FOLDER', 'SOURCE', 'TEXT')
+        return self.value in FILES + ('TEXT',) and not self.choices()
 
 
 @dataclass
@@ -75,7 +80,8 @@ def parse(program, text):
         elif header and header[1] in SECTIONS:
             section = SECTIONS[header[1]]
         elif line.startswith('Usage: '):
-            result.usage = line[len('Usage: '):]
+            called, _, rest_of_line = line[len('Usage: '):].partition(' ')
+            result.usage = f'{os.path.basename(called)} {rest_of_line}'
         elif section is None:
             result.summary = f'{result.summary} {line}'.strip()
         elif re.match(r'  \S', line):
@@ -109,4 +115,7 @@ def parse_entry(line):
     else:
         name, _, value = left.partition(' ')
         names = [name]
-    return Entry(names, value, text, required, repeatable, needs)
+    # Behind a colon stands what the parser checks, most of it in its own terms.
+    value, _, check = value.partition(':')
+    limits = check if re.fullmatch(r'[0-9.]+ to [0-9.]+', check) else ''
+    return Entry(names, value, text, limits, required, repeatable, needs)

@@ -18,14 +18,19 @@ def italic(text):
 
 def entry_lines(entry):
     head = ', '.join(bold(name) for name in entry.names)
-    if entry.value:
+    if entry.value and entry.names[0].startswith('-'):
         head += ' ' + italic(entry.value)
     notes = []
+    if entry.limits:
+        notes.append(f'From {entry.limits}.')
     if entry.required:
         notes.append('Required.')
     if entry.needs:
         notes.append(f'Needs {bold(entry.needs)}.')
-    return ['.TP', head, escape(entry.text) or '\\&', *notes]
+    text = escape(entry.text)
+    if notes and text:
+        text += '.'
+    return ['.TP', head, text or '\\&', *notes]
 
 
 def help_lines(page):

@@ -7,7 +7,7 @@ COMMANDS = '''\
 local -a commands=(
 {commands}
 )
-local state line
+local curcontext="$curcontext" state line
 local -A opt_args
 _arguments -C \\
 {options}

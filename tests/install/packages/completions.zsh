@@ -44,14 +44,14 @@ offered() {
   done
 }
 
-options=0
+checked=0
 check_options() {
   local option
   offered "$* -"
   for option in $("$@" --help | grep -E '^  +-' | sed -E 's/\{false\}//g; s/^ +//; s/  .*//' |
       grep -oE -- '(^|[ ,])--?[A-Za-z][A-Za-z-]*' | tr -d ' ,' | sort -u); do
     (($words[(Ie)$option])) || fail "$* does not complete $option"
-    ((++options))
+    ((++checked))
   done
 }
 
@@ -62,9 +62,9 @@ for command in $(jqstitch --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .
   (($words[(Ie)$command])) || fail "jqstitch does not complete $command"
   check_options jqstitch $command
 done
-((options > 100)) || fail "only $options options were found in the help"
+((checked > 100)) || fail "only $checked options were found in the help"
 
 offered 'jqstitch live --doubtful '
 [[ "$words" == 'keep drop' ]] || fail "--doubtful offers '$words'"
 rm $inner
-print "zsh completes $options options"
+print "zsh completes $checked options"
