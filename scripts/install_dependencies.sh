@@ -48,7 +48,8 @@ while [ $# -gt 0 ]; do
     --display) packages+=(xvfb xauth); shift ;;
     --python) packages+=(pybind11-dev python3-pybind11 python3-dev python3-numpy python3-pytest
       python3-distributed); shift ;;
-    --packages) packages+=(debhelper dpkg-dev git libvips-dev python3); shift ;;
+    --packages) packages+=(debhelper dh-python dpkg-dev git libaravis-dev libvips-dev
+      pybind11-dev python3-dev); shift ;;
     --package-checks)
       packages+=(appstream desktop-file-utils dpkg-dev lintian mmdebstrap); shift ;;
     --abi) packages+=(abigail-tools git); shift ;;

@@ -44,7 +44,7 @@ echo "== a clean $suite"
 mapfile -t mirrors < <(scripts/debian_mirrors.sh "$suite")
 # First the programs with nothing but what they depend on; then what a host's author
 # installs. The root is thrown away.
-mmdebstrap --quiet --variant=essential --include=jqstitch,jqscope,zsh \
+mmdebstrap --quiet --variant=essential --include=jqstitch,jqscope,python3-jqstitching,zsh \
   --customize-hook='copy-in tests/install/packages tests/install/consumer /' \
   --customize-hook="chroot \"\$1\" /packages/programs.sh ${version%-*}" \
   --customize-hook='APT_CONFIG=$MMDEBSTRAP_APT_CONFIG apt-get install -qqy --no-install-recommends \

@@ -31,6 +31,18 @@ done
 jqscope --fresh --source pass --run --save window.png --quit
 cmp live.png window.png
 
+cd /
+python3 - "$work" "$version" <<'PYTHON'
+import glob, sys
+import jqstitching
+work, version = sys.argv[1:]
+assert jqstitching.__file__ == '/usr/lib/python3/dist-packages/jqstitching/__init__.py'
+assert jqstitching.__version__ == version, jqstitching.__version__
+result = jqstitching.stitch_files(sorted(glob.glob(work + '/pass/frame_*.png')))
+assert all(verdict.placed for verdict in result.frames)
+result.save(work + '/python.png', background=(255, 255, 255))
+PYTHON
+cmp "$work/batch.png" "$work/python.png"
 bash "$here/completions.bash"
 zsh -f "$here/completions.zsh"
 rm -rf "$work"
