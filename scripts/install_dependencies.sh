@@ -40,7 +40,8 @@ while [ $# -gt 0 ]; do
     --tidy) packages+=(clang-tidy); shift ;;
     --fuzz) packages+=(clang-14 libclang-rt-14-dev); shift ;;
     --libvips) packages+=(libvips-dev); shift ;;
-    --aravis) packages+=(libaravis-dev); shift ;;
+    # Debian's package leaves out what its pkg-config file asks for.
+    --aravis) packages+=(libaravis-dev libusb-1.0-0-dev); shift ;;
     --linguist) packages+=(qttools5-dev-tools); shift ;;
     --readers) packages+=(python3-tifffile openslide-tools); shift ;;
     --aarch64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap uidmap); shift ;;
@@ -48,8 +49,8 @@ while [ $# -gt 0 ]; do
     --display) packages+=(xvfb xauth); shift ;;
     --python) packages+=(pybind11-dev python3-pybind11 python3-dev python3-numpy python3-pytest
       python3-distributed); shift ;;
-    --packages) packages+=(debhelper dh-python dpkg-dev git libaravis-dev libvips-dev
-      pybind11-dev python3-dev); shift ;;
+    --packages) packages+=(debhelper dh-python dpkg-dev git libaravis-dev libusb-1.0-0-dev
+      libvips-dev pybind11-dev python3-dev); shift ;;
     --package-checks)
       packages+=(appstream desktop-file-utils dpkg-dev lintian mmdebstrap); shift ;;
     --abi) packages+=(abigail-tools git); shift ;;
