@@ -2,6 +2,9 @@
 
 import csv
 import json
+import os
+import subprocess
+import sys
 
 import pytest
 from plates import HEIGHT, WIDTH, digests, make_runs, tree_digest
@@ -92,12 +95,25 @@ def test_a_run_that_fails_does_not_stop_the_others(tmp_path, capsys):
     assert "frame_002.ppm: it cannot be read" in rows[1]["why"] and rows[2]["why"]
     assert "frame_002.ppm" in (out / "index.html").read_text()
     # The same once more, of a list: bad files are left out of one run.
+    folders[0].rename(tmp_path / "plate" / "\udcff <0>")
+    (folders[1] / "frame_005.ppm").symlink_to("/nowhere")
+    os.mkfifo(folders[1] / "frame_006.ppm")
     listed = tmp_path / "list.csv"
     listed.write_text("folder,skip_bad,format\nplate/well_001,yes,ppm\nplate/well_003,,\n")
-    outcomes = stitch_many(listed, out, workers=1)
-    assert [(o["state"], o["placed"], o["frames"]) for o in outcomes] == [
-        ("finished", 3, 4), ("kept", 4, 4)]
-    assert outcomes[0]["picture"] == "picture.ppm" and capsys.readouterr().out == ""
+    assert capsys.readouterr().out == ""
+    command = [sys.executable, "-m", "jqstitching.many", str(listed),
+               os.fsencode(tmp_path / "plate" / "\udcff <0>"), "-o", str(out), "--workers", "1"]
+    done = subprocess.run(command, capture_output=True, text=True,
+                          env={**os.environ, "PYTHONIOENCODING": "ascii:strict"})
+    # Names that are no UTF-8 are refused by the readers of pictures.
+    assert done.returncode == 3 and "\\udcff <0>: failed" in done.stdout, done.stdout
+    assert "not valid UTF-8" in done.stdout
+    with open(out / "summary.csv", newline="", errors="surrogateescape") as file:
+        rows = list(csv.DictReader(file))
+    assert [(row["state"], row["placed"], row["left_out"]) for row in rows] == [
+        ("finished", "3", "3"), ("kept", "4", "0"), ("failed", "", "")]
+    assert (out / rows[0]["result"] / "picture.ppm").exists()
+    assert b"\xff &lt;0&gt;" in (out / "index.html").read_bytes()
 
 
 def test_lists_and_their_errors(tmp_path):

@@ -69,8 +69,7 @@ def stitch(arguments, client):
 
     def tell(done, total, run, outcome):
         if not arguments.quiet:
-            name = run.name.encode(errors="replace").decode()
-            print(f"{done:{len(str(total))}}/{total} {name}: {line(outcome)}", flush=True)
+            print(f"{done:{len(str(total))}}/{total} {run.name}: {line(outcome)}", flush=True)
 
     outcomes = stitch_many(
         find_runs(arguments.runs, options), arguments.output, client=client,
@@ -99,4 +98,6 @@ def main(arguments=None):
 
 
 if __name__ == "__main__":
+    # A name that the terminal cannot show must not end the runs.
+    sys.stdout.reconfigure(errors="backslashreplace")
     sys.exit(main())

@@ -12,18 +12,28 @@ from .. import __version__
 LAYOUT = 1
 
 
+# A file that cannot be read is None to both: what speaks against it is told when the run is
+# stitched, or it is left out.
+
+
 def file_stamp(path):
     """What changes when somebody writes the file while it is being used."""
-    status = os.stat(path)
+    try:
+        status = os.stat(path)
+    except OSError:
+        return None
     return status.st_size, status.st_mtime_ns, status.st_ino
 
 
 def file_hash(path):
-    # A pipe would be waited for; what speaks against it is told when the run is stitched.
-    if not stat.S_ISREG(os.stat(path).st_mode):
+    try:
+        # A pipe would be waited for.
+        if not stat.S_ISREG(os.stat(path).st_mode):
+            return None
+        with open(path, "rb") as file:
+            return hashlib.file_digest(file, "sha256").hexdigest()
+    except OSError:
         return None
-    with open(path, "rb") as file:
-        return hashlib.file_digest(file, "sha256").hexdigest()
 
 
 def run_key(run, files):
