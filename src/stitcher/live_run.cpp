@@ -27,6 +27,8 @@ _tagJQIMG* JQImageStitching::Stitching(_tagJQIMG* img, int nOverlapMode, int nDe
     m_bStitchStarted = true;
     RunState::startRun(*this);
     RunState::takeFirstFrame(*this);
+    // At other levels the first frame is made smaller when the second comes.
+    if (m_pAlgorithm->m_nDetectLevel == 1) RunState::describeReference(*this);
     return m_pOutImage;
   }
 

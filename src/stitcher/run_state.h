@@ -46,9 +46,11 @@ struct JQImageStitching::RunState {
   /// A `step` given gets what the frame paints over.
   static bool takeFrame(JQImageStitching& stitcher, cv::Mat& newFrame,
                         JQStitchingUndoStep* step = nullptr);
-  /// Numbers the reference that has just been put in place, and finds its features while
-  /// its pixels are in cache, so that the next frame takes no longer than others.
+  /// Numbers the reference that has just been put in place, and describes it.
   static void newReference(JQImageStitching& stitcher);
+  /// Finds the reference's features while its pixels are in cache, so that the next frame
+  /// takes no longer than others. For a reference at the working scale.
+  static void describeReference(JQImageStitching& stitcher);
 
   /// Makes the current picture a deep copy of the mosaic's content box; empty
   /// without a mosaic.

@@ -113,8 +113,13 @@ void JQImageStitching::RunState::place(JQImageStitching& stitcher, cv::Mat& newF
 void JQImageStitching::RunState::newReference(JQImageStitching& stitcher) {
   RunState& run = *stitcher.m_pRun;
   run.referenceId = ++run.m_references;
+  describeReference(stitcher);
+}
+
+void JQImageStitching::RunState::describeReference(JQImageStitching& stitcher) {
   try {
-    jqstitching::PrepareReference(*stitcher.m_pAlgorithm, stitcher.m_refFrame, run.referenceId);
+    jqstitching::PrepareReference(*stitcher.m_pAlgorithm, stitcher.m_refFrame,
+                                  stitcher.m_pRun->referenceId);
   } catch (...) {
     // The reference is in place. The next call looks for the features again, and tells
     // the host if it still cannot have the memory.
