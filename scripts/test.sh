@@ -2,7 +2,8 @@
 # Installs what is missing, configures, builds and runs every test.
 #
 # usage: scripts/test.sh [--compiler gcc|clang] [--qt 5|6] [--sanitize] [--werror]
-#                        [--no-bench] [--no-libvips] [--rooms "ROOM..."] [--build DIR] [-- CTEST-OPTIONS]
+#                        [--no-bench] [--no-libvips] [--separate] [--rooms "ROOM..."]
+#                        [--build DIR] [-- CTEST-OPTIONS]
 #
 #   --compiler GCC when not given, or clang 14
 #   --qt       major version of Qt, 5 when not given
@@ -11,6 +12,8 @@
 #   --werror   warnings are errors
 #   --no-bench leave the benches out
 #   --no-libvips  build without libvips, and so without Deep Zoom
+#   --separate compile every source by itself; otherwise several are compiled as one, which
+#              takes half the time where all are new, but longer after a small change
 #   --rooms    only the tests in these folders of tests/
 #   --build    build folder, one for each combination when not given
 set -euo pipefail
@@ -21,6 +24,7 @@ qt=5
 sanitize=
 werror=OFF
 bench=ON
+unity=ON
 libvips=ON
 rooms=
 build=
@@ -32,6 +36,7 @@ while [ $# -gt 0 ]; do
     --werror) werror=ON; shift ;;
     --no-bench) bench=OFF; shift ;;
     --no-libvips) libvips=OFF; shift ;;
+    --separate) unity=OFF; shift ;;
     --rooms) rooms=${2// /;}; shift 2 ;;
     --build) build=$2; shift 2 ;;
     --) shift; break ;;
@@ -44,7 +49,7 @@ name=build-qt$qt
 packages=(--readers --qt "$qt")
 options=(-DJQ_QT_MAJOR="$qt" -DJQ_WARNINGS_AS_ERRORS=$werror -DJQ_BUILD_BENCH=$bench
   -DJQ_BUILD_APPS=ON -DJQ_BUILD_TESTS=ON "-DJQ_TEST_ROOMS=$rooms"
-  -DJQ_LIBVIPS=$libvips)
+  -DJQ_LIBVIPS=$libvips -DCMAKE_UNITY_BUILD=$unity)
 [ $libvips = OFF ] || packages+=(--libvips)
 case "$compiler" in
   gcc) ;;
