@@ -101,8 +101,8 @@ py::array Image(const Result& result) {
   return OwnArray(copy);
 }
 
-void Save(Result& result, const py::object& path, const std::optional<double>& pixelSize,
-          const std::optional<std::array<int, 3>>& background, bool trim) {
+void SaveResult(Result& result, const py::object& path, const std::optional<double>& pixelSize,
+                const std::optional<std::array<int, 3>>& background, bool trim) {
   FileRun& run = result.run;
   jqhost::SaveOptions options = SaveOptionsOf(run, PathText(path), PixelMetres(pixelSize));
   options.background = CheckColour(background);
@@ -166,7 +166,7 @@ void BindFiles(py::module_& module) {
           "The whole report as a dictionary: outcome, counts, settings, every file.")
       .def("save_report", &SaveReport, py::arg("path"),
            "Writes the report: .json, or else an HTML page that needs no other file.")
-      .def("save", &Save, py::arg("path"), py::arg("pixel_size") = py::none(),
+      .def("save", &SaveResult, py::arg("path"), py::arg("pixel_size") = py::none(),
            py::arg("background") = py::none(), py::arg("trim") = true,
            "Writes the picture; the arguments are those of `Stitcher.save`.")
       .def(

@@ -109,9 +109,9 @@ py::object MosaicView(const OrderedStitcher& self) {
   return mosaic.empty() ? py::object(py::none()) : ReadOnlyView(mosaic, self.order);
 }
 
-void Save(const OrderedStitcher& self, const py::object& path,
-          const std::optional<double>& pixelSize,
-          const std::optional<std::array<int, 3>>& background, bool trim) {
+void SaveMosaic(const OrderedStitcher& self, const py::object& path,
+                const std::optional<double>& pixelSize,
+                const std::optional<std::array<int, 3>>& background, bool trim) {
   MosaicFile file{PathText(path), std::nullopt, CheckColour(background), trim};
   if (pixelSize) file.pixelSize = PixelMetres(pixelSize);
   const py::gil_scoped_release released;
@@ -183,7 +183,7 @@ void BindStitcher(py::module_& module) {
           Released(), py::arg("state"),
           "Goes on exactly as the stitcher that the state came from would have, with its "
           "settings; the order of the colours stays this stitcher's.")
-      .def("save", &Save, py::arg("path"), py::arg("pixel_size") = py::none(),
+      .def("save", &SaveMosaic, py::arg("path"), py::arg("pixel_size") = py::none(),
            py::arg("background") = py::none(), py::arg("trim") = true,
            R"(Writes the mosaic: whole or not at all, and an earlier file stays until then.
 
