@@ -848,15 +848,15 @@ With --run, --save and --quit it does what the buttons do and ends: 0 saved, 1 n
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Mosaic in memory</source>
+        <source>Mosaic + view</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 + %2 MB</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Left of the limit</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>View in memory</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

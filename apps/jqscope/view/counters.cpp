@@ -48,12 +48,14 @@ void Counters::Show(const RunReport& report, double latency, std::size_t viewByt
     text +=
         Row(tr("Picture"), tr("%1 × %2").arg(report.bounds.width()).arg(report.bounds.height()));
   }
-  text += Row(tr("Mosaic in memory"), MegaBytes(static_cast<double>(report.mosaicBytes)));
+  text +=
+      Row(tr("Mosaic + view"), tr("%1 + %2 MB")
+                                   .arg(static_cast<double>(report.mosaicBytes) / 1e6, 0, 'f', 0)
+                                   .arg(static_cast<double>(viewBytes) / 1e6, 0, 'f', 0));
   if (report.mostMemory > 0) {
     const std::int64_t left = std::max<std::int64_t>(0, report.mostMemory - report.mosaicBytes);
     text += Row(tr("Left of the limit"), MegaBytes(static_cast<double>(left)));
   }
-  text += Row(tr("View in memory"), MegaBytes(static_cast<double>(viewBytes)));
   const std::uint64_t free = jqhost::FreeMemory();
   if (free > 0) text += Row(tr("Memory left"), MegaBytes(static_cast<double>(free)));
   setText(text + "</table>");

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QProgressBar>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -20,6 +21,8 @@ namespace {
 // A key press moves the stage by this share of the frame, and with Shift by that one,
 // which is too far to be followed.
 constexpr double kStep = 0.03, kLeap = 0.6;
+// Of the numbers and the map, in points of the screen.
+constexpr int kSideWidth = 270;
 
 }  // namespace
 
@@ -100,6 +103,9 @@ void MainWindow::BuildPanels() {
   scroll->setWidget(side);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
+  // The numbers keep their width when there is no room for all of them.
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setMinimumWidth(kSideWidth + scroll->verticalScrollBar()->sizeHint().width());
   auto* dock = new QDockWidget(tr("Run"), this);
   dock->setObjectName("run");
   dock->setFeatures(QDockWidget::DockWidgetMovable);
@@ -115,7 +121,7 @@ void MainWindow::BuildPanels() {
   stageColumn->addWidget(m_stagePanel);
   m_stageDock->setWidget(stageHolder);
   addDockWidget(Qt::RightDockWidgetArea, m_stageDock);
-  resizeDocks({dock}, {270}, Qt::Horizontal);
+  resizeDocks({dock}, {kSideWidth}, Qt::Horizontal);
   m_progress = new QProgressBar;
   m_progress->setAccessibleName(tr("Progress"));
   m_progress->setMaximumWidth(220);
