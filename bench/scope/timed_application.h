@@ -7,6 +7,13 @@
 #include <ctime>
 #include <utility>
 
+/// Seconds of the processor that the calling thread has used.
+inline double ThreadSeconds() {
+  timespec used = {};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+  return static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec);
+}
+
 /// Takes the time of every event that the window's thread handles, from its beginning to its
 /// end, with all that is drawn meanwhile: by the clock, and of the processor, which other
 /// programs do not lengthen.
@@ -35,11 +42,8 @@ class TimedApplication : public QApplication {
 
  private:
   static Longest Now() {
-    timespec used = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
     const std::chrono::duration<double> clock = std::chrono::steady_clock::now().time_since_epoch();
-    return {clock.count(),
-            static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec)};
+    return {clock.count(), ThreadSeconds()};
   }
 
   int m_depth = 0;

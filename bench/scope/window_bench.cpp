@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdio>
+#include <future>
 #include <string>
 #include <thread>
 #include <vector>
@@ -111,6 +112,13 @@ class Camera {
   cv::Point m_corner;
 };
 
+// Seconds of the processor that the stitching thread has used.
+double StitcherSeconds(jqscope::MainWindow& window) {
+  std::promise<double> used;
+  window.Work().Thread().Post([&used](RunDesk&) { used.set_value(ThreadSeconds()); });
+  return used.get_future().get();
+}
+
 // False when the mosaic did not come to its size or no frame came to the screen.
 bool Measure(TimedApplication& application, const EndlessSlide& slide, double bytes,
              const BenchOptions& o) {
@@ -152,19 +160,25 @@ bool Measure(TimedApplication& application, const EndlessSlide& slide, double by
     processor.push_back(1000 * longest.processor);
   });
   const auto before = static_cast<int>(window.Report().path.size());
+  const int stitchedBefore = window.Report().stitched;
+  const double usedBefore = StitcherSeconds(window);
   const bool shown = WaitFor(100, [&] { return static_cast<int>(latencies.size()) >= o.frames; });
+  const double used = 1000 * (StitcherSeconds(window) - usedBefore);
+  const int stitched = std::max(1, window.Report().stitched - stitchedBefore);
   enough = true;
   thread.join();
   const jqscope::RunReport& report = window.Report();
   std::printf(
-      "mosaic %6.0f MB, view %3.0f MB: frame to screen p50 %6.1f ms, p95 %6.1f ms; longest event "
-      "of the window's thread p50 %5.1f ms, p95 %5.1f ms, of the processor p50 %5.1f ms, p95 %5.1f "
-      "ms; "
-      "%d of %zu frames placed\n",
+      "mosaic %.0f MB, view %.0f MB, %d of %zu frames placed\n"
+      "  frame to screen: p50 %.1f ms, p95 %.1f ms; processor of the stitching thread %.1f ms a "
+      "frame\n"
+      "  longest event of the window's thread: p50 %.1f ms, p95 %.1f ms; processor p50 %.1f ms, "
+      "p95 "
+      "%.1f ms\n",
       mosaicBytes / 1e6, static_cast<double>(window.Work().Tiles().Bytes()) / 1e6,
-      Percentile(latencies, 0.5), Percentile(latencies, 0.95), Percentile(events, 0.5),
-      Percentile(events, 0.95), Percentile(processor, 0.5), Percentile(processor, 0.95),
-      static_cast<int>(report.path.size()) - before, latencies.size());
+      static_cast<int>(report.path.size()) - before, latencies.size(), Percentile(latencies, 0.5),
+      Percentile(latencies, 0.95), used / stitched, Percentile(events, 0.5),
+      Percentile(events, 0.95), Percentile(processor, 0.5), Percentile(processor, 0.95));
   std::fflush(stdout);
   return ready && shown && mosaicBytes >= bytes && static_cast<int>(report.path.size()) > before;
 }
