@@ -5,7 +5,7 @@
 # usage: scripts/test_packages.sh [--dir DIR] [--built]
 #
 #   --dir    where the packages go; build-packages when not given
-#   --built  takes the packages that are there
+#   --built  takes the packages that are there, such as those of scripts/package.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,7 +20,13 @@ while [ $# -gt 0 ]; do
   esac
 done
 scripts/install_dependencies.sh --package-checks
-[ -n "$built" ] || scripts/package.sh --dir "$dir"
+if [ -z "$built" ]; then
+  # Compiled as scripts/test.sh --werror does, not with Debian's flags and several sources as
+  # one: where that ran before, all comes out of the compiler cache.
+  DEB_CXXFLAGS_SET='' DEB_CPPFLAGS_SET='' \
+    JQ_CMAKE_OPTIONS="-DCMAKE_UNITY_BUILD=OFF -DJQ_WARNINGS_AS_ERRORS=ON" \
+    scripts/package.sh --dir "$dir"
+fi
 dir=$(cd "$dir" && pwd)
 version=$(dpkg-deb -f "$dir"/jqstitch_*.deb Version)
 suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
