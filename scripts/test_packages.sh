@@ -21,10 +21,9 @@ while [ $# -gt 0 ]; do
 done
 scripts/install_dependencies.sh --package-checks
 if [ -z "$built" ]; then
-  # Compiled as scripts/test.sh --werror does, not with Debian's flags and several sources as
-  # one: where that ran before, all comes out of the compiler cache.
-  DEB_CXXFLAGS_SET='' DEB_CPPFLAGS_SET='' \
-    JQ_CMAKE_OPTIONS="-DCMAKE_UNITY_BUILD=OFF -DJQ_WARNINGS_AS_ERRORS=ON" \
+  # Compiled as scripts/test.sh --werror does, not with Debian's flags: where that ran before,
+  # all comes out of the compiler cache.
+  DEB_CXXFLAGS_SET='' DEB_CPPFLAGS_SET='' JQ_CMAKE_OPTIONS=-DJQ_WARNINGS_AS_ERRORS=ON \
     scripts/package.sh --dir "$dir"
 fi
 dir=$(cd "$dir" && pwd)
@@ -50,10 +49,11 @@ echo "== a clean $suite"
 mapfile -t mirrors < <(scripts/debian_mirrors.sh "$suite")
 # First the programs with nothing but what they depend on; then what a host's author
 # installs. The root is thrown away.
-mmdebstrap --quiet --variant=essential --include=jqstitch,jqscope,python3-jqstitching,zsh \
+mmdebstrap --quiet --variant=essential --dpkgopt=force-unsafe-io \
+  --include=jqstitch,jqscope,python3-jqstitching,zsh \
   --customize-hook='copy-in tests/install/packages tests/install/consumer /' \
   --customize-hook="chroot \"\$1\" /packages/programs.sh ${version%-*}" \
   --customize-hook='APT_CONFIG=$MMDEBSTRAP_APT_CONFIG apt-get install -qqy --no-install-recommends \
-    -oDPkg::Chroot-Directory="$1" libjqimagestitching-dev g++ cmake make pkg-config' \
+    -oDPkg::Chroot-Directory="$1" libjqimagestitching-dev g++ cmake make pkg-config >/dev/null' \
   --customize-hook='chroot "$1" /packages/hosts.sh' \
   "$suite" /dev/null "${mirrors[@]}" "deb [trusted=yes] copy:$dir ./"
