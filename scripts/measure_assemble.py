@@ -11,7 +11,7 @@ Markdown tables: right, wrong and missing frames, time and memory.
 
 jqstitch is taken from $JQSTITCH or the PATH, jqbench_assembly from $JQBENCH_ASSEMBLY or the PATH.
 """
-import argparse, contextlib, os, sys, tempfile
+import argparse, contextlib, os, shutil, sys, tempfile
 sys.dont_write_bytecode = True
 from assembly import passes, ways
 from assembly.score import Score
@@ -59,9 +59,9 @@ def measure(work, source, options, tolerance, names, totals):
     taken = passes.make(work, source, options)
     cells = [len(taken)]
     for name in names:
-        places, seconds, megabytes = ways.WAYS[name](work, taken)
+        places, cost = ways.WAYS[name](work, taken)
         score = Score(taken, places, tolerance)
-        totals[name].append((score, seconds, megabytes))
+        totals[name].append((score, cost))
         cells.append(score.text())
     return cells
 
@@ -78,17 +78,19 @@ def head(cells):
 def print_totals(title, totals):
     print(f'\n{title}\n')
     head(['way', 'right', 'wrong', 'missing', 'placed of those that overlap by a fifth',
-          'largest error of a right one', 'seconds', 'most memory'])
+          'largest error of a right one', 'seconds', 'processor seconds', 'most memory'])
     for name, runs in totals.items():
         if not runs:
             continue
-        scores = [score for score, _, _ in runs]
+        scores = [score for score, _ in runs]
+        costs = [cost for _, cost in runs]
         held, of = sum(s.held for s in scores), sum(s.overlapping for s in scores)
         row([name, sum(s.right for s in scores), sum(s.wrong for s in scores),
              sum(s.missing for s in scores), f'{100 * held / max(1, of):.1f} %',
              f'{max(s.largest for s in scores):.1f} px',
-             f'{sum(seconds for _, seconds, _ in runs):.1f}',
-             f'{max(megabytes for _, _, megabytes in runs):.0f} MB'])
+             f'{sum(cost.seconds for cost in costs):.1f}',
+             f'{sum(cost.processor for cost in costs):.1f}',
+             f'{max(cost.megabytes for cost in costs):.0f} MB'])
 
 
 def table_of_passes(o):
@@ -154,6 +156,9 @@ def main():
     parser.add_argument('--keep', default='', help='folder in which the passes stay')
     parser.add_argument('pictures', nargs='*')
     o = parser.parse_args()
+    for program in (ways.JQSTITCH, passes.TOOL):
+        if shutil.which(program) is None:
+            sys.exit(f'{program} is not there: build it and name it in $JQSTITCH, $JQBENCH_ASSEMBLY')
     table, size = TABLES[o.table]
     o.size = o.size or size
     o.ways = o.ways.split(',')
@@ -161,7 +166,7 @@ def main():
         if name not in ways.WAYS:
             parser.error(f'--ways: {name} is none of {", ".join(ways.WAYS)}')
     scores = [score for name, runs in table(o).items() if name.startswith('assemble')
-              for score, _, _ in runs]
+              for score, _ in runs]
     if any(score.wrong > 0 or score.right == 0 for score in scores):
         sys.exit(1)
 

@@ -1,19 +1,27 @@
 """The ways to place frames. Each takes a folder to work in and the frames, and returns the
-places by path, the seconds it took and the megabytes it had resident at most."""
+places by path and what they cost."""
 import json, os, subprocess, time
+from dataclasses import dataclass
 
 from . import passes
 
 JQSTITCH = os.environ.get('JQSTITCH', 'jqstitch')
 
 
+@dataclass
+class Cost:
+    seconds: float  # that passed
+    processor: float  # seconds of all threads
+    megabytes: float  # resident at most
+
+
 def run(words, output=subprocess.DEVNULL):
-    """Seconds and megabytes of one program."""
+    """The cost of one program."""
     start = time.monotonic()
     child = subprocess.Popen(list(map(str, words)), stdout=output, stderr=subprocess.DEVNULL)
     _, _, usage = os.wait4(child.pid, 0)
     child.returncode = 0  # it was waited for
-    return time.monotonic() - start, usage.ru_maxrss / 1024
+    return Cost(time.monotonic() - start, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024)
 
 
 def jqstitch(command, work, taken, *options):
@@ -30,7 +38,7 @@ def jqstitch(command, work, taken, *options):
             for frame in json.load(told)['list']:
                 if frame['placed']:
                     places[frame['name']] = (frame['position']['x'], frame['position']['y'])
-    return places, *cost
+    return places, cost
 
 
 def other(way, work, taken):
@@ -42,7 +50,7 @@ def other(way, work, taken):
         for line in told:
             path, x, y = line.rsplit(',', 2)
             places[path] = (float(x), float(y))
-    return places, *cost
+    return places, cost
 
 
 def as_taken(taken):
