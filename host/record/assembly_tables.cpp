@@ -20,7 +20,7 @@ std::string NumberOf(const RunRecord& record, std::size_t frame) {
   return std::to_string(record.frames[frame].number);
 }
 
-std::size_t CountPairs(const Assembly& assembly, PairState state) {
+std::size_t PairsThatAre(const Assembly& assembly, PairState state) {
   return static_cast<std::size_t>(
       std::count_if(assembly.pairs.begin(), assembly.pairs.end(),
                     [state](const FramePair& pair) { return pair.state == state; }));
@@ -79,8 +79,8 @@ std::string PairRow(const RunRecord& record, const FramePair& pair) {
 
 std::string PairsText(const Assembly& assembly) {
   std::string text = Counted(assembly.pairs.size(), "pair") + " compared, " +
-                     std::to_string(CountPairs(assembly, PairState::kUsed)) + " used, " +
-                     std::to_string(CountPairs(assembly, PairState::kThrownOut)) +
+                     std::to_string(PairsThatAre(assembly, PairState::kUsed)) + " used, " +
+                     std::to_string(PairsThatAre(assembly, PairState::kThrownOut)) +
                      " thrown out because they break loops. ";
   if (assembly.stopped) text += "Stopped before all pairs were compared. ";
   if (assembly.loops.loops == 0) {
@@ -130,7 +130,7 @@ std::string HtmlPairs(const RunRecord& record) {
     if (pair.state != PairState::kTooFewMatches) table += PairRow(record, pair);
   }
   table += "</tbody></table>\n";
-  const std::size_t few = CountPairs(assembly, PairState::kTooFewMatches);
+  const std::size_t few = PairsThatAre(assembly, PairState::kTooFewMatches);
   return few == 0 ? table
                   : table + Paragraph(Counted(few, "other pair") + " with too few matches.");
 }
