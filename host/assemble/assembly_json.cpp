@@ -25,6 +25,10 @@ json FramePairJson(const FramePair& pair) {
                 {"matches", pair.matches},
                 {"matched", pair.matched},
                 {"confidence", pair.Confidence()}};
+  if (pair.doubt) {
+    entry["correlation"] = pair.doubt->agreement;
+    entry["rival"] = pair.doubt->rival;
+  }
   if (pair.doubt && pair.doubt->doubtful) entry["doubt"] = DoubtReasonName(pair.doubt->reason);
   if (pair.residual) entry["residual"] = *pair.residual;
   return entry;

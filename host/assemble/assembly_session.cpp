@@ -151,6 +151,7 @@ Link AssemblySession::MakeLink(const FramePair& pair) const {
   link.confidence = pair.Confidence();
   link.matches = pair.matches;
   link.grade = GradePair(pair, m_workingSize);
+  if (pair.doubt) link.agreement = pair.doubt->agreement;
   const PairExpectation expectation = Expect(pair.first, pair.second);
   if (!expectation.shift || !pair.doubt) return link;
   double tolerance = expectation.tolerance;

@@ -2,106 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <utility>
+
+#include "host/assemble/island_joiner.h"
 
 namespace jqhost {
 namespace {
 
-constexpr double kApart = 0.1;  // of a frame
-
-bool AreNear(cv::Point2d a, cv::Point2d b, double radius) {
-  return std::hypot(a.x - b.x, a.y - b.y) <= radius;
-}
-
-// A weak link between two islands: from the one of the lower number to the other.
-struct Bridge {
-  std::size_t link = 0;
-  cv::Point2d way;       // of the other island's origin from this one's
-  cv::Point2d from, to;  // where its frames lie in their islands
-};
-
-class IslandJoiner {
- public:
-  IslandJoiner(const Places& places, cv::Size frame, std::vector<Link>& links)
-      : m_places(places), m_frame(frame), m_links(links) {
-    for (std::size_t i = 0; i < links.size(); ++i) {
-      const Link& link = links[i];
-      if (link.state != LinkState::kOpen || link.grade != LinkGrade::kWeak) continue;
-      const std::size_t a = places.island[link.first], b = places.island[link.second];
-      if (a != b) m_bridges[{std::min(a, b), std::max(a, b)}].push_back(MakeBridge(i, a < b));
-    }
-  }
-
-  // Uses the links of the strongest agreement; false where there is none.
-  bool Join() {
-    std::vector<std::size_t> strongest;
-    for (const auto& [islands, bridges] : m_bridges) {
-      std::vector<std::size_t> agreeing = Agreeing(bridges);
-      if (IsStronger(agreeing, strongest)) strongest = std::move(agreeing);
-    }
-    for (const std::size_t link : strongest) m_links[link].state = LinkState::kUsed;
-    return !strongest.empty();
-  }
-
- private:
-  Bridge MakeBridge(std::size_t number, bool forwards) const {
-    const Link& link = m_links[number];
-    const std::size_t from = forwards ? link.first : link.second;
-    const std::size_t to = link.Other(from);
-    return {number, m_places.place[from] + link.From(from) - m_places.place[to],
-            m_places.place[from], m_places.place[to]};
-  }
-
-  bool LookElsewhere(const Bridge& a, const Bridge& b) const {
-    const auto apart = [this](cv::Point2d p, cv::Point2d q) {
-      return std::abs(p.x - q.x) >= kApart * m_frame.width ||
-             std::abs(p.y - q.y) >= kApart * m_frame.height;
-    };
-    return apart(a.from, b.from) || apart(a.to, b.to);
-  }
-
-  // The bridges around each one that agree with it, and the most there are; empty where
-  // others say something else as often.
-  std::vector<std::size_t> Agreeing(const std::vector<Bridge>& bridges) const {
-    std::vector<std::size_t> best, rival;
-    cv::Point2d bestWay;
-    for (const Bridge& centre : bridges) {
-      std::vector<std::size_t> group;
-      bool elsewhere = false;
-      for (const Bridge& bridge : bridges) {
-        if (!AreNear(bridge.way, centre.way, kAgreement)) continue;
-        group.push_back(bridge.link);
-        elsewhere = elsewhere || LookElsewhere(bridge, centre);
-      }
-      if (!elsewhere) continue;
-      const bool same = !best.empty() && AreNear(centre.way, bestWay, 2 * kAgreement);
-      if (IsStronger(group, best)) {
-        if (!same) rival = best;
-        best = group;
-        bestWay = centre.way;
-      } else if (!same && group.size() > rival.size()) {
-        rival = group;
-      }
-    }
-    return rival.size() < best.size() ? best : std::vector<std::size_t>();
-  }
-
-  bool IsStronger(const std::vector<std::size_t>& a, const std::vector<std::size_t>& b) const {
-    if (a.size() != b.size()) return a.size() > b.size();
-    const auto sum = [this](const std::vector<std::size_t>& group) {
-      double confidence = 0;
-      for (const std::size_t link : group) confidence += m_links[link].confidence;
-      return confidence;
-    };
-    return sum(a) > sum(b);
-  }
-
-  const Places& m_places;
-  const cv::Size m_frame;
-  std::vector<Link>& m_links;
-  std::map<std::pair<std::size_t, std::size_t>, std::vector<Bridge>> m_bridges;
-};
+// Wrong pairs of this many that no doubt fell on were seen nowhere.
+constexpr int kMatchesEnough = 40;
+// How much less than the others a pair may agree that nothing else confirms: this many times
+// what the median lacks of 1.
+constexpr double kLessAgreement = 4.0;
+constexpr std::size_t kLinksForAMedian = 3;
+constexpr double kStep = 0.1;  // of a frame
 
 // Whether any was.
 bool UseWhatAgrees(const Places& places, std::vector<Link>& links) {
@@ -116,6 +29,88 @@ bool UseWhatAgrees(const Places& places, std::vector<Link>& links) {
   return any;
 }
 
+// The least correlation of a link that nothing else confirms. Where a scene looks alike in two
+// places these are still not the same, and how much the same place agrees with itself depends
+// on the noise of the camera, which the set tells.
+double LeastAgreement(const std::vector<Link>& links) {
+  std::vector<double> agreements;
+  for (const Link& link : links) {
+    if (link.state == LinkState::kUsed) agreements.push_back(link.agreement);
+  }
+  if (agreements.size() < kLinksForAMedian) return -1.0;
+  const auto middle = agreements.begin() + static_cast<std::ptrdiff_t>(agreements.size() / 2);
+  std::nth_element(agreements.begin(), middle, agreements.end());
+  return 1.0 - kLessAgreement * (1.0 - *middle);
+}
+
+struct LoopCounts {
+  int closing = 0, open = 0, silent = 0;
+};
+
+// Loops with a link shorter than a tenth of a frame say the same thing twice and do not count.
+std::vector<LoopCounts> CountLoops(std::size_t frames, cv::Size frame,
+                                   const std::vector<Link>& links, const LookAtSide& look) {
+  std::vector<LoopCounts> counts(links.size());
+  for (const Loop& loop : FindLoops(frames, links, look)) {
+    bool isShort = false;
+    for (int i = 0; i < loop.length; ++i) {
+      const Link& link = links[loop.links[static_cast<std::size_t>(i)]];
+      isShort = isShort || (std::abs(link.shift.x) < kStep * frame.width &&
+                            std::abs(link.shift.y) < kStep * frame.height);
+    }
+    for (int i = 0; i < loop.length; ++i) {
+      LoopCounts& count = counts[loop.links[static_cast<std::size_t>(i)]];
+      if (loop.silent) {
+        ++count.silent;
+      } else if (!loop.Closes()) {
+        ++count.open;
+      } else if (!isShort) {
+        ++count.closing;
+      }
+    }
+  }
+  return counts;
+}
+
+void TakeBackUnconfirmed(std::size_t frames, cv::Size frame, const LookAtSide& look,
+                         std::vector<Link>& links) {
+  const std::vector<LoopCounts> counts = CountLoops(frames, frame, links, look);
+  const double least = LeastAgreement(links);
+  for (std::size_t i = 0; i < links.size(); ++i) {
+    Link& link = links[i];
+    if (link.state != LinkState::kUsed || link.expected || link.matches >= kMatchesEnough ||
+        counts[i].closing > 0) {
+      continue;
+    }
+    if (counts[i].silent == 0 && link.agreement >= least) continue;
+    link.state = LinkState::kOpen;
+    link.grade = LinkGrade::kWeak;
+  }
+  for (Link& link : links) {
+    const bool weak = link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak;
+    if (weak && link.agreement < least) link.grade = LinkGrade::kDoubtful;
+  }
+}
+
+// Whether any was.
+bool UseWeakLoops(std::size_t frames, cv::Size frame, const LookAtSide& look,
+                  std::vector<Link>& links) {
+  std::vector<Link> all = links;
+  for (Link& link : all) {
+    if (link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak) {
+      link.state = LinkState::kUsed;
+    }
+  }
+  const std::vector<LoopCounts> counts = CountLoops(frames, frame, all, look);
+  bool any = false;
+  for (std::size_t i = 0; i < links.size(); ++i) {
+    if (all[i].state == links[i].state || counts[i].closing == 0 || counts[i].open > 0) continue;
+    links[i].state = LinkState::kUsed;
+    any = true;
+  }
+  return any;
+}
+
 }  // namespace
 
 Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links,
@@ -125,8 +120,10 @@ Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links
     if (link.grade == LinkGrade::kSound || predicted) link.state = LinkState::kUsed;
   }
   ThrowOutLoopBreakers(frames, links, look);
+  TakeBackUnconfirmed(frames, frame, look, links);
+  if (UseWeakLoops(frames, frame, look, links)) ThrowOutLoopBreakers(frames, links, look);
   Places places = PlaceConsistently(frames, links);
-  while (IslandJoiner(places, frame, links).Join()) places = PlaceConsistently(frames, links);
+  while (IslandJoiner(places, frame, look, links).Join()) places = PlaceConsistently(frames, links);
   if (UseWhatAgrees(places, links)) places = PlaceConsistently(frames, links);
   return places;
 }

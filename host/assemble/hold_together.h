@@ -12,15 +12,18 @@ namespace jqhost {
 ///
 /// 1. Sound links are used, and those that a hint predicts.
 /// 2. What breaks loops is thrown out (`ThrowOutLoopBreakers`, `PlaceConsistently`).
-/// 3. Two islands are joined where two weak links or more put them in the same place within
-///    `kAgreement`, and no others put them elsewhere as often. The two must look at different
-///    parts of the scene: their frames lie a tenth of a frame apart at one end at least. (The
-///    same frame given twice would only say the same thing twice.)
-/// 4. Weak and doubtful links that agree with the places so found are used as well.
+/// 3. A link of fewer than 40 matches that no loop confirms is no better than a weak one from
+///    here on where its ends overlap others by enough to be looked at and these say nothing,
+///    or where its frames agree much less than those of the other links do. Weak links that
+///    agree much less count as doubtful ones.
+/// 4. Weak links are used that are part of a loop that closes, and of none that does not. (A
+///    loop with a link shorter than a tenth of a frame says the same thing twice.)
+/// 5. Islands are joined by weak links that others confirm (`IslandJoiner`).
+/// 6. Weak and doubtful links that agree with the places so found are used as well.
 ///
-/// So nothing is placed by a link that stands alone unless it is sound, and a pattern that
-/// repeats itself is placed by others or not at all. The order of links that are equally
-/// strong decides nothing but which of them is blamed first.
+/// So nothing is placed by a link that stands alone unless it is sound and nothing else could
+/// be asked, and a pattern that repeats itself is placed by others or not at all. The order of
+/// links that are equally strong decides nothing but which of them is blamed first.
 /// @param frame size of a frame
 Places HoldTogether(std::size_t frames, cv::Size frame, std::vector<Link>& links,
                     const LookAtSide& look = {});

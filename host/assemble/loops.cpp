@@ -89,10 +89,11 @@ class LoopFinder {
         const std::size_t a = first.Other(middle), b = second.Other(middle);
         if (Between(a, b) != kNoLink) continue;
         const SideView view = m_look(a, b, second.From(middle) - first.From(middle));
-        if (view == SideView::kSaysNothing) continue;
-        const double error =
-            view == SideView::kAgrees ? 0.0 : std::numeric_limits<double>::infinity();
-        m_loops.push_back({{links[i], links[k], kNoLink, kNoLink}, 2, error});
+        if (view == SideView::kTooFar) continue;
+        Loop loop{{links[i], links[k], kNoLink, kNoLink}, 2};
+        loop.silent = view == SideView::kSaysNothing;
+        if (view == SideView::kContradicts) loop.error = std::numeric_limits<double>::infinity();
+        m_loops.push_back(loop);
       }
     }
   }
@@ -105,7 +106,7 @@ class LoopFinder {
       end += link.From(frame);
       frame = link.Other(frame);
     }
-    m_loops.push_back({links, length, std::hypot(end.x, end.y)});
+    m_loops.push_back({links, length, std::hypot(end.x, end.y), false});
   }
 
   const std::vector<Link>& m_links;
@@ -130,6 +131,7 @@ class LoopRecord {
   LoopRecord(std::size_t frames, std::vector<Link>& links, const LookAtSide& look)
       : m_links(links), m_loops(FindLoops(frames, links, look)), m_standings(links.size()) {
     for (std::size_t i = 0; i < m_loops.size(); ++i) {
+      if (m_loops[i].silent) continue;
       for (int k = 0; k < m_loops[i].length; ++k) {
         LoopStanding& standing = m_standings[m_loops[i].links[static_cast<std::size_t>(k)]];
         standing.loops.push_back(i);

@@ -10,7 +10,12 @@
 namespace jqhost {
 
 /// What the pictures of two frames say about the place of one in the other.
-enum class SideView { kAgrees, kContradicts, kSaysNothing };
+enum class SideView {
+  kAgrees,
+  kContradicts,  ///< another place fits better
+  kSaysNothing,  ///< neither, although they overlap well
+  kTooFar        ///< they hardly overlap there
+};
 
 /// Looks at two frames, the one of the lower number first, with the second one placed at
 /// this shift in the first.
@@ -24,11 +29,12 @@ struct Loop {
   /// Distance between its end and its beginning; 0 if all were exact. Of two links: 0, or
   /// infinite where the pictures contradict them.
   double error = 0.0;
+  bool silent = false;  ///< of two links whose ends say nothing
 
   bool Closes() const { return error <= kAgreement; }
 };
 
-/// All loops of two used links whose ends the pictures say something about, of three, and those of
+/// All loops of two used links whose ends are near enough to be looked at, of three, and those of
 /// four that no used link cuts into two of three. Each once, in an order that the links' order
 /// decides.
 ///

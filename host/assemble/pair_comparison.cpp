@@ -63,7 +63,7 @@ SideView PairComparison::LookAt(std::size_t first, std::size_t second, cv::Point
   const cv::Size frame = reduced.grey.size() * reduced.factor;
   const double width = frame.width - std::abs(shift.x), height = frame.height - std::abs(shift.y);
   if (width <= 0 || height <= 0 || width * height < kLeastSideOverlap * frame.area()) {
-    return SideView::kSaysNothing;
+    return SideView::kTooFar;
   }
   const int cellX = cvRound(shift.x / kSameShift), cellY = cvRound(shift.y / kSameShift);
   const auto [known, fresh] =

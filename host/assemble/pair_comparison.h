@@ -27,7 +27,7 @@ class PairComparison {
                                  const std::function<void(std::size_t)>& progress);
 
   /// Whether two frames agree with each other when the second is placed at this shift, as
-  /// the doubt sees it. Overlaps of less than a fifth of the frame say nothing.
+  /// the doubt sees it. An overlap of less than a fifth of the frame is too little.
   SideView LookAt(std::size_t first, std::size_t second, cv::Point2d shift);
 
  private:

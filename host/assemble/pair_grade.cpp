@@ -11,10 +11,10 @@ bool HasEnoughMatches(const FramePair& pair) {
   return pair.matches >= JQFrameVerdict::kMatchesNeeded;
 }
 
+// In whole numbers, so that exactly 90 % is within.
 bool OverlapsEnough(const FramePair& pair, cv::Size frame) {
-  constexpr double kMostShift = 1.0 - static_cast<double>(JQFrameVerdict::kLeastOverlap);
-  return std::abs(pair.shift.x) <= kMostShift * frame.width &&
-         std::abs(pair.shift.y) <= kMostShift * frame.height;
+  return 10 * std::abs(pair.shift.x) <= 9 * frame.width &&
+         10 * std::abs(pair.shift.y) <= 9 * frame.height;
 }
 
 }  // namespace

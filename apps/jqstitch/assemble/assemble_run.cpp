@@ -6,6 +6,7 @@
 #include "host/input_error.h"
 #include "host/output/atomic_file.h"
 #include "host/output/save_picture.h"
+#include "host/run/guarded_call.h"
 #include "host/source/path_list.h"
 #include "words/assembly_words.h"
 #include "words/frame_words.h"
@@ -133,7 +134,10 @@ int AssembleRun::Deliver(AssemblySession& session, const InterruptGuard& guard) 
   session.Describe(record);
   const jqhost::Assembly& assembly = session.Result();
   Picture picture;
-  if (!assembly.islands.empty()) picture = session.Paint(0, m_preparation);
+  const jqhost::CallEnd end = jqhost::CallGuarded([&] {
+    if (!assembly.islands.empty()) picture = session.Paint(0, m_preparation);
+  });
+  if (end.raised) m_recorder.Fail("cannot paint the picture: " + end.what);
   if (guard.Token().Requested()) m_recorder.NoteStopped(guard.Reason());
   session.CloseResults(guard.Token().Requested() ? std::string("stopped by ") + guard.Reason()
                                                  : std::string("the run ended before"));

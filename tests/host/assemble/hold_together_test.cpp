@@ -102,5 +102,66 @@ TEST(HoldTogetherTest, AWorthlessLinkIsNotUsedWhereItHappensToAgree) {
   EXPECT_EQ(NumbersOf(links, LinkState::kUsed), (Numbers{0, 1}));
 }
 
+TEST(HoldTogetherTest, WeakLinksInALoopThatClosesAreUsed) {
+  const Links row = {MakeLink(0, 1, {50, 0}, 0.9, kWeak), MakeLink(1, 2, {0, 50}, 0.9, kWeak)};
+  Links closes = row;
+  closes.push_back(MakeLink(0, 2, {51, 49}, 0.9, kWeak));
+  EXPECT_EQ(HoldTogether(3, kFrame, closes).islands, 1U);
+  Links open = row;
+  open.push_back(MakeLink(0, 2, {55, 50}, 0.9, kWeak));
+  EXPECT_EQ(HoldTogether(3, kFrame, open).islands, 3U);
+  // The same with an end that looks right instead of the third link.
+  Links seen = row;
+  const auto agrees = [](std::size_t, std::size_t, cv::Point2d) {
+    return jqhost::SideView::kAgrees;
+  };
+  EXPECT_EQ(HoldTogether(3, kFrame, seen, agrees).islands, 1U);
+}
+
+TEST(HoldTogetherTest, AFewMatchesThatNobodyConfirmsWhereTheyCouldHoldNothing) {
+  const auto silent = [](std::size_t, std::size_t, cv::Point2d) {
+    return jqhost::SideView::kSaysNothing;
+  };
+  const auto far = [](std::size_t, std::size_t, cv::Point2d) { return jqhost::SideView::kTooFar; };
+  Links links = {MakeLink(0, 1, {50, 0}), MakeLink(1, 2, {0, 50})};
+  links[1].matches = 39;
+  Links enough = links, alone = links;
+  enough[1].matches = 40;
+  EXPECT_EQ(HoldTogether(3, kFrame, links, silent).islands, 2U);
+  EXPECT_EQ(HoldTogether(3, kFrame, enough, silent).islands, 1U);
+  EXPECT_EQ(HoldTogether(3, kFrame, alone, far).islands, 1U);
+}
+
+TEST(HoldTogetherTest, ALoneLinkWhoseFramesAgreeMuchLessThanOthersHoldsNothing) {
+  // The median lacks 0.02 of 1, four times of which is 0.08.
+  for (const double agreement : {0.91, 0.93}) {
+    Links links = {MakeLink(0, 1, {50, 0}), MakeLink(1, 2, {50, 0}), MakeLink(2, 3, {50, 0}),
+                   MakeLink(3, 4, {50, 0})};
+    for (Link& link : links) {
+      link.agreement = 0.98;
+      link.matches = 20;
+    }
+    links[3].agreement = agreement;
+    EXPECT_EQ(HoldTogether(5, kFrame, links).islands, agreement < 0.92 ? 2U : 1U);
+  }
+}
+
+TEST(HoldTogetherTest, AWeakLinkBetweenIslandsCountsWhereAnotherPairLooksRight) {
+  // Two islands of two; one link lays 2 below 0, and so 3 below 1.
+  const Links links = {MakeLink(0, 1, {50, 0}), MakeLink(2, 3, {50, 0}),
+                       MakeLink(0, 2, {0, 50}, 0.9, kWeak)};
+  const auto islands = [&links](jqhost::SideView view) {
+    Links copy = links;
+    return HoldTogether(4, kFrame, copy,
+                        [view](std::size_t a, std::size_t b, cv::Point2d) {
+                          return a == 1 && b == 3 ? view : jqhost::SideView::kTooFar;
+                        })
+        .islands;
+  };
+  EXPECT_EQ(islands(jqhost::SideView::kAgrees), 1U);
+  EXPECT_EQ(islands(jqhost::SideView::kSaysNothing), 2U);
+  EXPECT_EQ(islands(jqhost::SideView::kContradicts), 2U);
+}
+
 }  // namespace
 }  // namespace jqhost_test

@@ -114,5 +114,35 @@ TEST(ThrowOutTest, ASquareThatADiagonalHidIsFoundWhenThatGoes) {
   EXPECT_EQ(NumbersOf(links, LinkState::kUsed), (Numbers{0, 1, 3}));
 }
 
+// Row 0 - 1 - 2 of the scene; a group 3 - 4 looks like 1 - 2 and was laid over it by sound
+// links, although it belongs elsewhere.
+TEST(ThrowOutTest, AGroupLaidOverAnotherGoesWhereThePicturesContradictIt) {
+  Links links = {Used(0, 1, {50, 0}), Used(1, 2, {50, 0}),      Used(0, 2, {100, 0}),
+                 Used(3, 4, {50, 0}), Used(0, 3, {52, 0}, 0.9), Used(0, 4, {102, 0}, 0.9)};
+  Links unseen = links;
+  EXPECT_EQ(jqhost::ThrowOutLoopBreakers(5, unseen), 0) << "the links close";
+
+  const auto look = [](std::size_t a, std::size_t b, cv::Point2d shift) {
+    EXPECT_LT(a, b);
+    if (a == 1 && b == 3) {
+      EXPECT_EQ(shift, cv::Point2d(2, 0));
+    }
+    return a > 0 && a < 3 && b > 2 ? jqhost::SideView::kContradicts : jqhost::SideView::kTooFar;
+  };
+  jqhost::ThrowOutLoopBreakers(5, links, look);
+  EXPECT_EQ(NumbersOf(links, LinkState::kUsed), (Numbers{0, 1, 2, 3}));
+}
+
+TEST(ThrowOutTest, AnEndThatLooksRightVouchesForItsLinks) {
+  // 0-2 is off and blamed; 0-1 and 1-3 have no loop of links, but 0 and 3 look right.
+  Links links = {Used(0, 1, {50, 0}, 0.7), Used(1, 3, {0, 50}, 0.7), Used(1, 2, {50, 0}, 0.7),
+                 Used(0, 2, {60, 0}, 0.6)};
+  const auto look = [](std::size_t a, std::size_t b, cv::Point2d) {
+    return a == 0 && b == 3 ? jqhost::SideView::kAgrees : jqhost::SideView::kTooFar;
+  };
+  jqhost::ThrowOutLoopBreakers(4, links, look);
+  EXPECT_EQ(NumbersOf(links, LinkState::kUsed), (Numbers{0, 1}));
+}
+
 }  // namespace
 }  // namespace jqhost_test
