@@ -36,6 +36,9 @@ struct FramePair {
   int matched = 0;  ///< corners that found a partner at all
   /// How far the shift can be trusted; none where there were too few matches to look.
   std::optional<PlacementDoubt> doubt;
+  /// What the two frames differ by where they overlap, seen small and without the light's slow
+  /// changes: root of the mean square, grey levels. Known with the doubt.
+  double difference = 0.0;
   PairState state = PairState::kTooFewMatches;
   /// Distance between `fineShift` and what the positions of the two frames say; none
   /// where they do not lie in one island.

@@ -28,6 +28,7 @@ json FramePairJson(const FramePair& pair) {
   if (pair.doubt) {
     entry["correlation"] = pair.doubt->agreement;
     entry["rival"] = pair.doubt->rival;
+    entry["difference"] = pair.difference;
   }
   if (pair.doubt && pair.doubt->doubtful) entry["doubt"] = DoubtReasonName(pair.doubt->reason);
   if (pair.residual) entry["residual"] = *pair.residual;

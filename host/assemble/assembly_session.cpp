@@ -152,6 +152,7 @@ Link AssemblySession::MakeLink(const FramePair& pair) const {
   link.matches = pair.matches;
   link.grade = GradePair(pair, m_workingSize);
   if (pair.doubt) link.agreement = pair.doubt->agreement;
+  link.difference = pair.difference;
   const PairExpectation expectation = Expect(pair.first, pair.second);
   if (!expectation.shift || !pair.doubt) return link;
   double tolerance = expectation.tolerance;

@@ -10,9 +10,10 @@ namespace {
 
 // Wrong pairs of this many that no doubt fell on were seen nowhere.
 constexpr int kMatchesEnough = 40;
-// How much less than the others a pair may agree that nothing else confirms: this many times
-// what the median lacks of 1.
-constexpr double kLessAgreement = 4.0;
+// A link that nothing else confirms is unlike the others where its correlation lacks this many
+// times of 1 what theirs lacks, and what is left when one frame is taken off the other has this
+// many times the energy, beside the median.
+constexpr double kUnlike = 4.0;
 constexpr std::size_t kLinksForAMedian = 3;
 constexpr double kStep = 0.1;  // of a frame
 
@@ -29,19 +30,40 @@ bool UseWhatAgrees(const Places& places, std::vector<Link>& links) {
   return any;
 }
 
-// The least correlation of a link that nothing else confirms. Where a scene looks alike in two
-// places these are still not the same, and how much the same place agrees with itself depends
-// on the noise of the camera, which the set tells.
-double LeastAgreement(const std::vector<Link>& links) {
-  std::vector<double> agreements;
-  for (const Link& link : links) {
-    if (link.state == LinkState::kUsed) agreements.push_back(link.agreement);
-  }
-  if (agreements.size() < kLinksForAMedian) return -1.0;
-  const auto middle = agreements.begin() + static_cast<std::ptrdiff_t>(agreements.size() / 2);
-  std::nth_element(agreements.begin(), middle, agreements.end());
-  return 1.0 - kLessAgreement * (1.0 - *middle);
+double Median(std::vector<double>& values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
 }
+
+// How much the frames of a right pair agree, which depends on the noise of the camera. Where a
+// scene looks alike in two places these are still not the same. The correlation alone would be
+// unfair to faint parts of a scene, where noise is most of what there is; the difference alone
+// to rich parts, where half a sample off is much.
+class UsualAgreement {
+ public:
+  explicit UsualAgreement(const std::vector<Link>& links) {
+    std::vector<double> agreements, differences;
+    for (const Link& link : links) {
+      if (link.state != LinkState::kUsed) continue;
+      agreements.push_back(link.agreement);
+      differences.push_back(link.difference * link.difference);
+    }
+    m_known = agreements.size() >= kLinksForAMedian;
+    if (!m_known) return;
+    m_lack = 1.0 - Median(agreements);
+    m_energy = Median(differences);
+  }
+
+  bool IsUnlike(const Link& link) const {
+    return m_known && 1.0 - link.agreement > kUnlike * m_lack &&
+           link.difference * link.difference > kUnlike * m_energy;
+  }
+
+ private:
+  bool m_known = false;
+  double m_lack = 0.0, m_energy = 0.0;
+};
 
 struct LoopCounts {
   int closing = 0, open = 0, silent = 0;
@@ -75,20 +97,20 @@ std::vector<LoopCounts> CountLoops(std::size_t frames, cv::Size frame,
 void TakeBackUnconfirmed(std::size_t frames, cv::Size frame, const LookAtSide& look,
                          std::vector<Link>& links) {
   const std::vector<LoopCounts> counts = CountLoops(frames, frame, links, look);
-  const double least = LeastAgreement(links);
+  const UsualAgreement usual(links);
   for (std::size_t i = 0; i < links.size(); ++i) {
     Link& link = links[i];
     if (link.state != LinkState::kUsed || link.expected || link.matches >= kMatchesEnough ||
         counts[i].closing > 0) {
       continue;
     }
-    if (counts[i].silent == 0 && link.agreement >= least) continue;
+    if (counts[i].silent == 0 && !usual.IsUnlike(link)) continue;
     link.state = LinkState::kOpen;
     link.grade = LinkGrade::kWeak;
   }
   for (Link& link : links) {
     const bool weak = link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak;
-    if (weak && link.agreement < least) link.grade = LinkGrade::kDoubtful;
+    if (weak && usual.IsUnlike(link)) link.grade = LinkGrade::kDoubtful;
   }
 }
 

@@ -25,7 +25,8 @@ struct Link {
   cv::Point2d shift;  ///< of `second` from `first`, pixels
   double confidence = 0.0;
   int matches = 0;
-  double agreement = 1.0;  ///< correlation of the two frames at this shift, -1 to 1
+  double agreement = 1.0;   ///< correlation of the two frames at this shift, -1 to 1
+  double difference = 0.0;  ///< of the two frames where they overlap, grey levels
   LinkGrade grade = LinkGrade::kWorthless;
   bool expected = false;  ///< a hint predicts this shift
   LinkState state = LinkState::kOpen;

@@ -1,5 +1,6 @@
 #include "host/assemble/pair_comparison.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/assemble/pair_grade.h"
@@ -12,6 +13,30 @@ constexpr std::size_t kMostKeptViews = 400;
 constexpr double kLeastSideOverlap = 0.2;
 // The doubt takes the best agreement within 4 pixels.
 constexpr int kSameShift = 4;
+
+double Variance(const PlacementView& view, const cv::Rect& area) {
+  const auto sum = [&area](const cv::Mat& integral) {
+    const cv::Point end = area.br();
+    return integral.at<double>(end) - integral.at<double>(area.y, end.x) -
+           integral.at<double>(end.y, area.x) + integral.at<double>(area.tl());
+  };
+  const double mean = sum(view.sums) / area.area();
+  return std::max(0.0, sum(view.squares) / area.area() - mean * mean);
+}
+
+// The difference of two signals of these variances that correlate so much, if both are equally
+// strong: its variance is twice (1 - correlation) times theirs.
+double Difference(const PlacementView& first, const PlacementView& second, cv::Point shift,
+                  double correlation) {
+  if (first.Empty()) return 0.0;
+  const cv::Point way(cvRound(static_cast<double>(shift.x) / first.factor),
+                      cvRound(static_cast<double>(shift.y) / first.factor));
+  const cv::Rect whole(cv::Point(), first.samples.size());
+  const cv::Rect inFirst = whole & (whole + way);
+  if (inFirst.empty()) return 0.0;
+  const double strength = std::sqrt(Variance(first, inFirst) * Variance(second, inFirst - way));
+  return std::sqrt(2 * std::max(0.0, 1.0 - correlation) * strength);
+}
 
 }  // namespace
 
@@ -49,13 +74,15 @@ FramePair PairComparison::CompareOne(JQStitchingAlgorithm& engine, const PairToC
   result.fineShift = measure.fineShift;
   result.matches = measure.matches;
   result.matched = measure.matched;
-  if (measure.matches >= kMatchesWorthALook) result.doubt = Judge(result);
+  if (measure.matches >= kMatchesWorthALook) Judge(result);
   return result;
 }
 
-PlacementDoubt PairComparison::Judge(const FramePair& pair) {
+void PairComparison::Judge(FramePair& pair) {
   const double share = static_cast<double>(pair.matches) / pair.matched;
-  return JudgePlacement(*ViewOf(pair.first), *ViewOf(pair.second), pair.shift, share);
+  const auto first = ViewOf(pair.first), second = ViewOf(pair.second);
+  pair.doubt = JudgePlacement(*first, *second, pair.shift, share);
+  pair.difference = Difference(*first, *second, pair.shift, pair.doubt->agreement);
 }
 
 SideView PairComparison::LookAt(std::size_t first, std::size_t second, cv::Point2d shift) {

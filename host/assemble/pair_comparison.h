@@ -32,7 +32,7 @@ class PairComparison {
 
  private:
   FramePair CompareOne(JQStitchingAlgorithm& engine, const PairToCompare& pair);
-  PlacementDoubt Judge(const FramePair& pair);
+  void Judge(FramePair& pair);
   std::shared_ptr<const PlacementView> ViewOf(std::size_t frame);
 
   const std::vector<const SetFrame*>& m_frames;

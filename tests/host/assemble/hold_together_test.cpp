@@ -133,16 +133,21 @@ TEST(HoldTogetherTest, AFewMatchesThatNobodyConfirmsWhereTheyCouldHoldNothing) {
 }
 
 TEST(HoldTogetherTest, ALoneLinkWhoseFramesAgreeMuchLessThanOthersHoldsNothing) {
-  // The median lacks 0.02 of 1, four times of which is 0.08.
-  for (const double agreement : {0.91, 0.93}) {
+  // The median lacks 0.02 of 1, four times of which is 0.08; and 4 grey levels are more than
+  // twice 1.9.
+  const std::vector<std::pair<double, double>> cases = {{0.91, 4.0}, {0.93, 4.0}, {0.91, 3.7}};
+  for (const auto& [agreement, difference] : cases) {
     Links links = {MakeLink(0, 1, {50, 0}), MakeLink(1, 2, {50, 0}), MakeLink(2, 3, {50, 0}),
                    MakeLink(3, 4, {50, 0})};
     for (Link& link : links) {
       link.agreement = 0.98;
+      link.difference = 1.9;
       link.matches = 20;
     }
     links[3].agreement = agreement;
-    EXPECT_EQ(HoldTogether(5, kFrame, links).islands, agreement < 0.92 ? 2U : 1U);
+    links[3].difference = difference;
+    const bool unlike = agreement < 0.92 && difference > 3.8;
+    EXPECT_EQ(HoldTogether(5, kFrame, links).islands, unlike ? 2U : 1U);
   }
 }
 
