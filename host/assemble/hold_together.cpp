@@ -109,8 +109,7 @@ void TakeBackUnconfirmed(std::size_t frames, cv::Size frame, const LookAtSide& l
     link.grade = LinkGrade::kWeak;
   }
   for (Link& link : links) {
-    const bool weak = link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak;
-    if (weak && usual.IsUnlike(link)) link.grade = LinkGrade::kDoubtful;
+    link.unlike = usual.IsUnlike(link);
   }
 }
 
@@ -119,7 +118,7 @@ bool UseWeakLoops(std::size_t frames, cv::Size frame, const LookAtSide& look,
                   std::vector<Link>& links) {
   std::vector<Link> all = links;
   for (Link& link : all) {
-    if (link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak) {
+    if (link.state == LinkState::kOpen && link.grade == LinkGrade::kWeak && !link.unlike) {
       link.state = LinkState::kUsed;
     }
   }

@@ -15,7 +15,7 @@ namespace jqhost {
 /// 3. A link of fewer than 40 matches that no loop confirms is no better than a weak one from
 ///    here on where its ends overlap others by enough to be looked at and these say nothing,
 ///    or where its frames agree much less than those of the other links do. Weak links that
-///    agree much less count as doubtful ones.
+///    agree much less count only where two of them join islands.
 /// 4. Weak links are used that are part of a loop that closes, and of none that does not. (A
 ///    loop with a link shorter than a tenth of a frame says the same thing twice.)
 /// 5. Islands are joined by weak links that others confirm (`IslandJoiner`).

@@ -82,7 +82,11 @@ IslandJoiner::Proposal IslandJoiner::Propose(const IslandPair& islands,
     proposal.confidence += m_links[bridge.link].confidence;
   }
   proposal.voices = VoicesOfLinks(proposal);
-  if (m_look) proposal.voices += VoicesOfPictures(islands, proposal);
+  const int pictures = m_look ? VoicesOfPictures(islands, proposal) : 0;
+  const bool allUnlike =
+      std::all_of(proposal.bridges.begin(), proposal.bridges.end(),
+                  [this](const Bridge& bridge) { return m_links[bridge.link].unlike; });
+  proposal.voices += allUnlike ? std::min(0, pictures) : pictures;
   return proposal;
 }
 

@@ -17,7 +17,8 @@ namespace jqhost {
 /// - its links, of those that look at one part of the scene only one: two whose frames lie
 ///   less than a tenth of a frame apart at both ends say the same thing twice (as does the
 ///   same frame given twice);
-/// - the other pairs of frames, one of each island, that overlap by it and look right there.
+/// - the other pairs of frames, one of each island, that overlap by it and look right there;
+///   but not where all its links are of frames that differ more than those of other links do.
 /// Two voices are needed, and more than any other proposal for the two islands has. A pair
 /// that looks wrong takes two voices away.
 class IslandJoiner {

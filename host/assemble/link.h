@@ -28,6 +28,7 @@ struct Link {
   double agreement = 1.0;   ///< correlation of the two frames at this shift, -1 to 1
   double difference = 0.0;  ///< of the two frames where they overlap, grey levels
   LinkGrade grade = LinkGrade::kWorthless;
+  bool unlike = false;    ///< its frames differ much more than those of other links do
   bool expected = false;  ///< a hint predicts this shift
   LinkState state = LinkState::kOpen;
 

@@ -168,5 +168,28 @@ TEST(HoldTogetherTest, AWeakLinkBetweenIslandsCountsWhereAnotherPairLooksRight) 
   EXPECT_EQ(islands(jqhost::SideView::kContradicts), 2U);
 }
 
+TEST(HoldTogetherTest, UnlikeFramesCountWhereTwoPairsOfThemAgree) {
+  // Two rows of three; weak links lay one below the other, with frames that differ a lot.
+  Links rows = {MakeLink(0, 1, {50, 0}), MakeLink(1, 2, {50, 0}), MakeLink(3, 4, {50, 0}),
+                MakeLink(4, 5, {50, 0})};
+  for (Link& link : rows) {
+    link.agreement = 0.98;
+    link.difference = 2;
+  }
+  for (const std::size_t count : {1U, 2U}) {
+    Links links = rows;
+    for (std::size_t i = 0; i < count; ++i) {
+      links.push_back(MakeLink(2 * i, 3 + 2 * i, {0, 50}, 0.9, kWeak));
+      links.back().agreement = 0.85;
+      links.back().difference = 9;
+    }
+    const Places places =
+        HoldTogether(6, kFrame, links, [](std::size_t a, std::size_t b, cv::Point2d) {
+          return a == 1 && b == 4 ? jqhost::SideView::kAgrees : jqhost::SideView::kTooFar;
+        });
+    EXPECT_EQ(places.islands, count == 1 ? 2U : 1U);
+  }
+}
+
 }  // namespace
 }  // namespace jqhost_test
