@@ -38,6 +38,15 @@ struct Outcome {
     for (auto& [frame, place] : places) place -= origin;
     return places;
   }
+  // Of all used pairs, sorted: the same numbers, to the last bit, where the same was measured.
+  std::vector<double> Residuals() const {
+    std::vector<double> residuals;
+    for (const jqhost::FramePair& pair : assembly.pairs) {
+      if (pair.state == jqhost::PairState::kUsed) residuals.push_back(*pair.residual);
+    }
+    std::sort(residuals.begin(), residuals.end());
+    return residuals;
+  }
   Cause CauseOf(const std::string& name) const {
     const auto found = std::find_if(results.begin(), results.end(),
                                     [&name](const FrameResult& r) { return r.name == name; });
@@ -105,6 +114,7 @@ TEST_F(AssemblySessionTest, AGridInAnyOrderComesOutWhereItLies) {
     std::shuffle(shuffled.begin(), shuffled.end(), random);
     const Outcome other = Assemble(shuffled, threads);
     EXPECT_EQ(other.PlacesFrom(m_files[0]), places);
+    EXPECT_EQ(other.Residuals(), given.Residuals());
     ASSERT_EQ(other.picture.size(), given.picture.size());
     EXPECT_EQ(cv::norm(other.picture, given.picture, cv::NORM_INF), 0);
     // The first frame of the list is where places are counted from.

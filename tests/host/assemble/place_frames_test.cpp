@@ -55,6 +55,14 @@ TEST(PlaceFramesTest, FewerMatchesWeighLess) {
   ExpectPlace(PlaceFrames(3, links), 2, {20 + 0.5 / 1.59, 0}, 0.03);
 }
 
+TEST(PlaceFramesTest, AWrongLinkHardlyPullsTheOthersAlong) {
+  // 1 lies at 10 directly and by way of 2; by way of 3 a wrong link says 50. Plain least
+  // squares would put it at (10 + 10 / 2 + 50 / 2) / 2 = 20.
+  const Places places = PlaceFrames(4, {Used(0, 1, {10, 0}), Used(0, 2, {5, 0}), Used(2, 1, {5, 0}),
+                                        Used(0, 3, {5, 0}), Used(3, 1, {45, 0})});
+  ExpectPlace(places, 1, {10, 0}, 0.5);
+}
+
 TEST(PlaceFramesTest, IslandsAreTheirOwnAndBeginAtZero) {
   const Places places = PlaceFrames(5, {Used(1, 3, {7, 0}), Used(2, 4, {0, 7})});
   EXPECT_EQ(places.islands, 3U);
