@@ -20,7 +20,8 @@ void Capture::Start() {
 }
 
 Capture::~Capture() {
-  m_inbox.Dismiss(m_stop);
+  // Once retired it has no frame in the inbox: the one that waits is the next source's.
+  if (!m_stop.Requested()) m_inbox.Dismiss(m_stop);
   if (m_thread.joinable()) m_thread.join();
 }
 
