@@ -53,8 +53,8 @@ void SessionTest::serpentineThatGetsLostTwice() {
   QCOMPARE(driver.Window().Sentence(), QString("Press Start, then move slowly"));
   driver.StartRun();
   driver.Move(Qt::Key_Right, 1);
-  QCOMPARE(driver.Report().state, LiveState::kTracked);
-  QVERIFY2(driver.Window().Sentence().startsWith("Move on: 3 % of the frame, 10 % needed"),
+  QTRY_COMPARE(driver.Report().state, LiveState::kTracked);
+  QTRY_VERIFY2(driver.Window().Sentence().startsWith("Move on: 3 % of the frame, 10 % needed"),
            qPrintable(driver.Window().Sentence()));
   driver.Move(Qt::Key_Right, 12);
   driver.Move(Qt::Key_Down, 8);
@@ -63,7 +63,7 @@ void SessionTest::serpentineThatGetsLostTwice() {
   for (const QPoint aside : {QPoint(80, 0), QPoint(-60, -40)}) {
     driver.DragStage(aside);
     QTRY_VERIFY2(driver.Report().state == LiveState::kLost, Why(driver));
-    QCOMPARE(driver.Window().Sentence(), QString("Lost: move back to the highlighted place"));
+    QTRY_COMPARE(driver.Window().Sentence(), QString("Lost: move back to the highlighted place"));
     driver.DragStage(QPoint(0, 0));
     QTRY_VERIFY2(driver.Report().state != LiveState::kLost, Why(driver));
     driver.DropStage();
