@@ -47,10 +47,10 @@ int ComparePixels(const cv::Mat& a, const cv::Mat& b) {
 }  // namespace
 
 AssemblySession::AssemblySession(const std::vector<PictureId>& pictures,
-                                 const FrameSetSettings& settings, const AssemblyHints& hints,
+                                 const FrameSetSettings& settings, AssemblyHints hints,
                                  const StopToken& stop, Progress progress)
     : m_settings(settings),
-      m_hints(hints),
+      m_hints(std::move(hints)),
       m_stop(stop),
       m_progress(std::move(progress)),
       m_results(pictures.size()) {
@@ -190,6 +190,7 @@ void AssemblySession::CloseResults(const std::string& whyNotReached) {
 Picture AssemblySession::Paint(std::size_t island, const FramePreparation& preparation) {
   const std::vector<std::size_t>& members = m_assembly.islands[island].frames;
   std::vector<cv::Point> corners;
+  corners.reserve(members.size());
   for (const std::size_t member : members) {
     corners.push_back(*m_assembly.frames[member].position);
   }

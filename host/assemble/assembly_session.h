@@ -29,7 +29,7 @@ class AssemblySession {
   /// `stop` must outlive the session. The preparation is copied when frames are read again.
   /// @param hints those by frame have one entry for each picture
   AssemblySession(const std::vector<PictureId>& pictures, const FrameSetSettings& settings,
-                  const AssemblyHints& hints, const StopToken& stop, Progress progress);
+                  AssemblyHints hints, const StopToken& stop, Progress progress);
 
   /// Reads the frames. Those that cannot be read, or are of another size than most (of
   /// equally many the size that comes first), are left out with `skipBad`.

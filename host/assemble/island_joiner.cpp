@@ -57,6 +57,7 @@ bool IslandJoiner::LookElsewhere(const Bridge& a, const Bridge& b) const {
 IslandJoiner::Proposal IslandJoiner::Best(const IslandPair& islands,
                                           const std::vector<Bridge>& bridges) const {
   std::vector<Proposal> proposals;
+  proposals.reserve(bridges.size());
   for (const Bridge& centre : bridges) {
     proposals.push_back(Propose(islands, bridges, centre.way));
   }

@@ -25,10 +25,10 @@ std::size_t LargestIsland(const Places& places) {
 }  // namespace
 
 PairChoice::PairChoice(std::vector<std::size_t> listOrder, cv::Size frame,
-                       const std::function<bool(std::size_t, std::size_t)>& neighbours)
+                       std::function<bool(std::size_t, std::size_t)> neighbours)
     : m_listOrder(std::move(listOrder)),
       m_frame(frame),
-      m_neighbours(neighbours),
+      m_neighbours(std::move(neighbours)),
       m_tried(m_listOrder.size(), 0) {}
 
 std::vector<PairToCompare> PairChoice::First() {

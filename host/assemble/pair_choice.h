@@ -30,7 +30,7 @@ class PairChoice {
   /// @param listOrder of each frame, its place in the list of files
   /// @param neighbours whether a hint says that two frames are; empty without hints
   PairChoice(std::vector<std::size_t> listOrder, cv::Size frame,
-             const std::function<bool(std::size_t, std::size_t)>& neighbours);
+             std::function<bool(std::size_t, std::size_t)> neighbours);
 
   std::vector<PairToCompare> First();
   /// Empty when nothing is left to compare.

@@ -29,6 +29,15 @@ std::set<std::string> FilesBelow(const std::string& folder) {
   return files;
 }
 
+std::string DifferenceOfTile(const fs::path& saved, const fs::path& painted) {
+  if (!fs::exists(saved)) return "is missing";
+  std::string why;
+  const cv::Mat own = ReadPicture(saved.string(), cv::IMREAD_UNCHANGED, why, kMostTilePixels);
+  if (own.empty()) return "cannot be read: " + why;
+  const std::string difference = PixelDifference(own, ReadWhole(painted.string(), kMostTilePixels));
+  return difference.empty() ? std::string() : "is another one: " + difference;
+}
+
 }  // namespace
 
 cv::Mat ReadWhole(const std::string& path, std::int64_t maxPixels) {
@@ -70,14 +79,9 @@ std::string TileDifference(const std::string& saved, const std::string& painted)
     if (expected.count(tile) == 0) return "it has a tile '" + tile + "' too many";
   }
   for (const std::string& tile : expected) {
-    if (there.count(tile) == 0) return "its tile '" + tile + "' is missing";
-    std::string why;
-    const cv::Mat own =
-        ReadPicture(savedTiles + "/" + tile, cv::IMREAD_UNCHANGED, why, kMostTilePixels);
-    if (own.empty()) return "its tile '" + tile + "' cannot be read: " + why;
     const std::string difference =
-        PixelDifference(own, ReadWhole(paintedTiles + "/" + tile, kMostTilePixels));
-    if (!difference.empty()) return "of its tile '" + tile + "', " + difference;
+        DifferenceOfTile(fs::path(savedTiles) / tile, fs::path(paintedTiles) / tile);
+    if (!difference.empty()) return "its tile '" + tile + "' " + difference;
   }
   return std::string();
 }

@@ -57,6 +57,10 @@ Truth Truth::Read(const std::string& path, const std::string& what) {
   }
   Truth truth;
   int number = 0, row = 0;
+  const std::string file = "the " + what + " '" + path + "'";
+  const auto notOfTheForm = [&file](int line) {
+    return InputError(file + ", line " + std::to_string(line) + ": not of the form file,x,y");
+  };
   for (std::string line; std::getline(stream, line);) {
     ++row;
     if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -66,13 +70,12 @@ Truth Truth::Read(const std::string& path, const std::string& what) {
     const bool split = SplitLine(line, name, x, y);
     if (!split || !ParseNumber(x, corner.x) || !ParseNumber(y, corner.y)) {
       if (row == 1) continue;  // the header
-      throw InputError("the " + what + " '" + path + "', line " + std::to_string(row) +
-                       ": not of the form file,x,y");
+      throw notOfTheForm(row);
     }
     truth.m_byNumber[++number] = corner;
     truth.m_byName[fs::path(name).filename().string()] = corner;
   }
-  if (number == 0) throw InputError("the " + what + " '" + path + "' holds no lines file,x,y");
+  if (number == 0) throw InputError(file + " holds no lines file,x,y");
   return truth;
 }
 

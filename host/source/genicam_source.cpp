@@ -100,15 +100,16 @@ class GenicamSource : public FrameSource {
     const ArvAuto automatic = hold ? ARV_AUTO_OFF : ARV_AUTO_CONTINUOUS;
     ArvCamera* camera = m_camera.get();
     Outcome outcome;
-    bool done = arv_camera_is_exposure_auto_available(camera, outcome.Place()) && outcome.Good();
+    bool done =
+        arv_camera_is_exposure_auto_available(camera, outcome.Place()) != 0 && outcome.Good();
     if (done) arv_camera_set_exposure_time_auto(camera, automatic, outcome.Place());
     done = done && outcome.Good();
     // What a camera does not have cannot change the light either.
-    if (arv_camera_is_gain_auto_available(camera, outcome.Place()) && outcome.Good()) {
+    if (arv_camera_is_gain_auto_available(camera, outcome.Place()) != 0 && outcome.Good()) {
       arv_camera_set_gain_auto(camera, automatic, outcome.Place());
       done = done && outcome.Good();
     }
-    if (arv_camera_is_feature_available(camera, "BalanceWhiteAuto", outcome.Place()) &&
+    if (arv_camera_is_feature_available(camera, "BalanceWhiteAuto", outcome.Place()) != 0 &&
         outcome.Good()) {
       arv_camera_set_string(camera, "BalanceWhiteAuto", hold ? "Off" : "Continuous",
                             outcome.Place());

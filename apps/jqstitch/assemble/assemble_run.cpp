@@ -71,6 +71,7 @@ jqhost::AssemblyHints AssembleRun::MakeHints(const std::vector<jqhost::PictureId
   }
   if (m_options.positions.empty()) return hints;
   std::vector<std::string> names;
+  names.reserve(pictures.size());
   for (const jqhost::PictureId& picture : pictures) names.push_back(jqhost::NameOf(picture));
   // The size of a pixel is in metres, positions then in micrometres.
   const auto& pixel = m_options.run.picture.pixelSize;

@@ -69,7 +69,7 @@ std::string PairsNote(const Assembly& assembly) {
 }  // namespace
 
 std::string UnconnectedReason(const jqhost::RunRecord& record, const jqhost::FrameResult& frame) {
-  const std::string alone = "nothing that can be trusted connects it with the picture";
+  std::string alone = "nothing that can be trusted connects it with the picture";
   const std::size_t number = static_cast<std::size_t>(frame.number) - 1;
   if (!record.assembly || number >= record.assembly->frames.size()) return alone;
   const int island = record.assembly->frames[number].island;
