@@ -29,13 +29,17 @@ std::set<std::string> FilesBelow(const std::string& folder) {
   return files;
 }
 
-std::string DifferenceOfTile(const fs::path& saved, const fs::path& painted) {
-  if (!fs::exists(saved)) return "is missing";
+std::string DifferenceOfTile(const fs::path& saved, const fs::path& painted,
+                             const std::string& tile) {
+  const std::string name = "its tile '" + tile + "' ";
+  const std::string path = (saved / tile).string();
+  if (!fs::exists(path)) return name + "is missing";
   std::string why;
-  const cv::Mat own = ReadPicture(saved.string(), cv::IMREAD_UNCHANGED, why, kMostTilePixels);
-  if (own.empty()) return "cannot be read: " + why;
-  const std::string difference = PixelDifference(own, ReadWhole(painted.string(), kMostTilePixels));
-  return difference.empty() ? std::string() : "is another one: " + difference;
+  const cv::Mat own = ReadPicture(path, cv::IMREAD_UNCHANGED, why, kMostTilePixels);
+  if (own.empty()) return name + "cannot be read: " + why;
+  const std::string difference =
+      PixelDifference(own, ReadWhole((painted / tile).string(), kMostTilePixels));
+  return difference.empty() ? difference : name + "is another one: " + difference;
 }
 
 }  // namespace
@@ -79,9 +83,8 @@ std::string TileDifference(const std::string& saved, const std::string& painted)
     if (expected.count(tile) == 0) return "it has a tile '" + tile + "' too many";
   }
   for (const std::string& tile : expected) {
-    const std::string difference =
-        DifferenceOfTile(fs::path(savedTiles) / tile, fs::path(paintedTiles) / tile);
-    if (!difference.empty()) return "its tile '" + tile + "' " + difference;
+    const std::string difference = DifferenceOfTile(savedTiles, paintedTiles, tile);
+    if (!difference.empty()) return difference;
   }
   return std::string();
 }
