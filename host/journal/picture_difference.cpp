@@ -83,7 +83,7 @@ std::string TileDifference(const std::string& saved, const std::string& painted)
     if (expected.count(tile) == 0) return "it has a tile '" + tile + "' too many";
   }
   for (const std::string& tile : expected) {
-    const std::string difference = DifferenceOfTile(savedTiles, paintedTiles, tile);
+    std::string difference = DifferenceOfTile(savedTiles, paintedTiles, tile);
     if (!difference.empty()) return difference;
   }
   return std::string();
