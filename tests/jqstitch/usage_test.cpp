@@ -41,7 +41,8 @@ TEST(JqstitchProgram, AWrongCommandListsTheRightOnes) {
   for (const Strings& arguments : {Strings{"stich", "x.png", "-o", "y.png"}, Strings{}}) {
     const Outcome outcome = RunProgram(arguments);
     EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_NE(outcome.err.find("commands are batch, assemble, live, simulate, inspect"), std::string::npos)
+    EXPECT_NE(outcome.err.find("commands are batch, assemble, live, simulate, inspect"),
+              std::string::npos)
         << outcome.err;
   }
 }

@@ -55,7 +55,7 @@ void SessionTest::serpentineThatGetsLostTwice() {
   driver.Move(Qt::Key_Right, 1);
   QTRY_COMPARE(driver.Report().state, LiveState::kTracked);
   QTRY_VERIFY2(driver.Window().Sentence().startsWith("Move on: 3 % of the frame, 10 % needed"),
-           qPrintable(driver.Window().Sentence()));
+               qPrintable(driver.Window().Sentence()));
   driver.Move(Qt::Key_Right, 12);
   driver.Move(Qt::Key_Down, 8);
 
